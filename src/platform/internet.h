@@ -1,0 +1,115 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace karvel {
+
+/// The FTP functions of the platform's internet library.
+///
+/// Host, account, remote names, folders and server texts are bytes of code page 932; local paths
+/// are UTF-8. Every call blocks until the server exchange is over, within bounded time: a connect
+/// and each answer of the server within 10 seconds, a transfer without progress for 30 seconds is
+/// broken off. A call that fails returns 0, false or empty and leaves the reason in lastError().
+/// A text with CR, LF or NUL never reaches the server: the call fails with kErrorInvalidParameter.
+class Internet {
+ public:
+  using Handle = std::uintptr_t;  ///< 0 is no handle
+  using ErrorNumber = std::uint32_t;
+
+  static constexpr std::uint32_t kOptionConnectTimeout = 2;
+  static constexpr std::uint32_t kOptionReceiveTimeout = 6;
+
+  static constexpr std::uint32_t kFlagAsync = 0x10000000;    ///< no effect on a synchronous handle
+  static constexpr std::uint32_t kFlagPassive = 0x08000000;  ///< PASV/EPSV; without it PORT/EPRT
+  static constexpr std::uint32_t kFlagReload = 0x80000000;   ///< no effect beside a transfer type
+
+  static constexpr std::uint32_t kTransferAscii = 1;   ///< each line end is CR LF on the wire
+  static constexpr std::uint32_t kTransferBinary = 2;  ///< the bytes unchanged
+
+  // Error numbers. Any other 4xx or 5xx reply of a server is kErrorExtended.
+  static constexpr ErrorNumber kErrorFileNotFound = 2;  ///< the local file cannot be read
+  static constexpr ErrorNumber kErrorInvalidHandle = 6;
+  static constexpr ErrorNumber kErrorNoMoreFiles = 18;
+  static constexpr ErrorNumber kErrorFileExists = 80;
+  static constexpr ErrorNumber kErrorInvalidParameter = 87;
+  static constexpr ErrorNumber kErrorTimeout = 12002;
+  static constexpr ErrorNumber kErrorExtended = 12003;
+  static constexpr ErrorNumber kErrorInternal = 12004;
+  static constexpr ErrorNumber kErrorNameNotResolved = 12007;
+  static constexpr ErrorNumber kErrorLoginFailure = 12015;
+  static constexpr ErrorNumber kErrorCannotConnect = 12029;
+  static constexpr ErrorNumber kErrorConnectionAborted = 12030;
+  static constexpr ErrorNumber kErrorConnectionReset = 12031;
+
+  /// One entry of a remote folder.
+  struct FindData {
+    static constexpr std::uint32_t kDirectory = 0x10;
+
+    std::uint32_t attributes = 0;     ///< file attribute bits; a plain folder has kDirectory alone
+    std::uint64_t lastWriteTime = 0;  ///< 100 ns since 1601-01-01, as the server lists it
+    std::uint32_t sizeHigh = 0;       ///< bytes, upper half
+    std::uint32_t sizeLow = 0;        ///< bytes, lower half
+    std::string name;                 ///< at most 259 bytes
+  };
+
+  struct Account {
+    std::optional<std::string> host;
+    int port = 21;
+    std::optional<std::string> user;
+    std::optional<std::string> password;
+  };
+
+  virtual ~Internet() = default;
+
+  /// Opens the library for direct access, synchronously.
+  [[nodiscard]] virtual Handle open() = 0;
+
+  /// Sets a time-out in milliseconds on the root handle.
+  virtual bool setOption(Handle root, std::uint32_t option, std::uint32_t milliseconds) = 0;
+
+  /// Connects and logs in. One session is one control connection with one login: one that the
+  /// server drops is reported by the next call and never replaced by a new login.
+  [[nodiscard]] virtual Handle connect(Handle root, const Account& account,
+                                       std::uint32_t flags) = 0;
+
+  /// Closes a root, session or enumeration handle; a session says QUIT to the server.
+  virtual bool close(Handle handle) = 0;
+
+  /// The session's current folder as the server tells it.
+  [[nodiscard]] virtual std::optional<std::string> currentDirectory(Handle session) = 0;
+  virtual bool setCurrentDirectory(Handle session, const std::string& folder) = 0;
+
+  virtual bool putFile(Handle session, const std::string& localPath, const std::string& remoteName,
+                       std::uint32_t transferType) = 0;
+  virtual bool getFile(Handle session, const std::string& remoteName, const std::string& localPath,
+                       bool failIfExists, std::uint32_t flags) = 0;
+  virtual bool renameFile(Handle session, const std::string& from, const std::string& to) = 0;
+  virtual bool deleteFile(Handle session, const std::string& remoteName) = 0;
+  virtual bool createDirectory(Handle session, const std::string& folder) = 0;
+  virtual bool removeDirectory(Handle session, const std::string& folder) = 0;
+
+  /// Starts an enumeration of the current folder and gives its first entry; an empty folder fails
+  /// with kErrorNoMoreFiles. One enumeration per session; while it is open other calls are fine.
+  [[nodiscard]] virtual Handle findFirst(Handle session, const std::string& pattern,
+                                         FindData& entry) = 0;
+  /// The next entry; after the last one fails with kErrorNoMoreFiles.
+  [[nodiscard]] virtual bool findNext(Handle find, FindData& entry) = 0;
+
+  /// The reason of the last failed call.
+  [[nodiscard]] virtual ErrorNumber lastError() = 0;
+
+  /// The server's last response text, and the number that goes with it.
+  struct Response {
+    ErrorNumber number = 0;
+    std::string text;  ///< at most 255 bytes
+  };
+  [[nodiscard]] virtual Response lastResponse() = 0;
+
+  /// The operating system's text of an error number, at most 255 characters of UTF-8 text in one
+  /// line; empty when there is none.
+  [[nodiscard]] virtual std::string systemMessage(ErrorNumber number) = 0;
+};
+
+}  // namespace karvel

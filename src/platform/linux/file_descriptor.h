@@ -1,0 +1,34 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace karvel {
+
+/// An open file descriptor, closed when it goes out of scope. -1 is none.
+class FileDescriptor {
+ public:
+  explicit FileDescriptor(int descriptor = -1) : descriptor_(descriptor) {}
+  FileDescriptor(FileDescriptor&& other) noexcept
+      : descriptor_(std::exchange(other.descriptor_, -1)) {}
+  FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+    std::swap(descriptor_, other.descriptor_);
+    return *this;
+  }
+  ~FileDescriptor() { close(); }
+
+  [[nodiscard]] int get() const { return descriptor_; }
+  [[nodiscard]] bool valid() const { return descriptor_ >= 0; }
+
+  /// False when the file system reports a late error.
+  bool close() {
+    const int descriptor = std::exchange(descriptor_, -1);
+    return descriptor < 0 || ::close(descriptor) == 0;
+  }
+
+ private:
+  int descriptor_;
+};
+
+}  // namespace karvel

@@ -1,0 +1,98 @@
+#include "platform/linux/ini_profile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string_view>
+
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/posix_files.h"
+#include "text/ini_text.h"
+
+namespace karvel {
+namespace {
+
+constexpr std::size_t kLargestFile = 16 * 1024 * 1024;
+constexpr mode_t kNewFileMode = 0600;
+
+std::optional<std::string> readFile(const std::string& path) {
+  return PosixFiles().read(path, kLargestFile);
+}
+
+/// The file itself where the path is a symbolic link to it, so that the link survives.
+std::string linkTarget(const std::string& path) {
+  char* resolved = realpath(path.c_str(), nullptr);
+  if (resolved == nullptr) return path;
+  std::string target(resolved);
+  std::free(resolved);
+  return target;
+}
+
+bool writeAndSync(int descriptor, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t count = ::write(descriptor, content.data(), content.size());
+    if (count <= 0) return false;
+    content.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return fsync(descriptor) == 0;
+}
+
+void syncFolder(const std::string& folder) {
+  const FileDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (descriptor.valid()) fsync(descriptor.get());
+}
+
+/// Gives the new file the owner and permissions of the one that it replaces.
+void inheritFrom(const struct stat* old, int descriptor) {
+  if (old == nullptr) return;
+  // Only a super user can give a file away; anyone else keeps it.
+  if (fchown(descriptor, old->st_uid, old->st_gid) != 0) errno = 0;
+  fchmod(descriptor, old->st_mode & 07777U);
+}
+
+/// Replaces `path` in one step: a reader, or a power cut, sees the old content or the new one.
+bool replaceFile(const std::string& path, std::string_view content, const struct stat* old) {
+  const std::string folder = path.substr(0, path.find_last_of('/'));
+  std::string temporary = path + ".XXXXXX";
+  FileDescriptor file(mkostemp(temporary.data(), O_CLOEXEC));
+  if (!file.valid()) return false;
+  fchmod(file.get(), kNewFileMode);
+  inheritFrom(old, file.get());
+  const bool stored = writeAndSync(file.get(), content) && file.close() &&
+                      rename(temporary.c_str(), path.c_str()) == 0;
+  if (!stored) {
+    unlink(temporary.c_str());
+    return false;
+  }
+  syncFolder(folder);
+  return true;
+}
+
+}  // namespace
+
+std::string IniProfile::read(const std::string& section, const std::string& key,
+                             const std::string& file, std::size_t bufferSize) {
+  const auto text = readFile(file);
+  if (!text || bufferSize == 0) return {};
+  return iniValue(*text, section, key).substr(0, bufferSize - 1);
+}
+
+bool IniProfile::write(const std::string& section, const std::string& key, const std::string& value,
+                       const std::string& file) {
+  const std::string path = linkTarget(file);
+  struct stat old {};
+  const bool exists = stat(path.c_str(), &old) == 0;
+  if (!exists) return replaceFile(path, iniWithValue({}, section, key, value), nullptr);
+
+  const bool writable = S_ISREG(old.st_mode) && (old.st_mode & S_IWUSR) != 0;
+  if (!writable) return false;
+  const auto text = readFile(path);
+  return text && replaceFile(path, iniWithValue(*text, section, key, value), &old);
+}
+
+}  // namespace karvel

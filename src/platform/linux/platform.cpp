@@ -1,0 +1,39 @@
+#include "platform/platform.h"
+
+#include <filesystem>
+
+#include "platform/linux/folder_lock_instance.h"
+#include "platform/linux/headless_desktop.h"
+#include "platform/linux/ini_profile.h"
+#include "platform/linux/posix_files.h"
+#include "platform/linux/system_clock.h"
+
+namespace karvel {
+namespace {
+
+std::string programFolder() {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/exe", error).parent_path().string();
+}
+
+std::string joinedArguments(int argc, char** argv) {
+  std::string joined;
+  for (int i = 1; i < argc; ++i) joined.append(i > 1 ? " " : "").append(argv[i]);
+  return joined;
+}
+
+}  // namespace
+
+Platform makePlatform(int argc, char** argv) {
+  Platform platform;
+  platform.programFolder = programFolder();
+  platform.commandLine = joinedArguments(argc, argv);
+  platform.clock = std::make_unique<SystemClock>();
+  platform.files = std::make_unique<PosixFiles>();
+  platform.profile = std::make_unique<IniProfile>();
+  platform.instance = std::make_unique<FolderLockInstance>();
+  platform.desktop = std::make_unique<HeadlessDesktop>();
+  return platform;
+}
+
+}  // namespace karvel
