@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "text/code_page.h"
+#include "text/path.h"
 #include "text/strings.h"
 
 namespace karvel {
@@ -45,6 +46,15 @@ bool IniRedWrt::WriteIni(std::string_view section, std::string_view key, std::st
   SetFileAttr(file, Files::kNormal);
   clock_.sleep(kRetryPause);
   return profile_.write(sectionBytes, keyBytes, valueBytes, file);
+}
+
+void IniRedWrt::locateTicketIni(const std::string& programFolder) {
+  std::string folder = readOwn("HST FOLD");
+  if (folder.empty()) {
+    folder = programFolder;
+    writeOwn("HST FOLD", folder);
+  }
+  TicketIniPath = joinPath(folder, "karvel.ini");
 }
 
 std::string IniRedWrt::readOwn(std::string_view key) {

@@ -40,6 +40,10 @@ class IniRedWrt {
   bool WriteIni(std::string_view section, std::string_view key, std::string_view value,
                 const std::string& file);
 
+  /// Settles TicketIniPath from the own key "HST FOLD"; an empty one becomes the program's folder
+  /// and is stored so.
+  void locateTicketIni(const std::string& programFolder);
+
   /// ReadIni and WriteIni on the section kFtp of the own file.
   [[nodiscard]] std::string readOwn(std::string_view key);
   bool writeOwn(std::string_view key, std::string_view value);

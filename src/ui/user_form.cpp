@@ -1,0 +1,40 @@
+#include "ui/user_form.h"
+
+#include "text/strings.h"
+
+namespace karvel {
+
+UserForm::UserForm(FtpForm& panel)
+    : Form(kUserFormTable),
+      Text1(*this, "Text1"),
+      Command1(*this, "Command1"),
+      Command2(control("Command2")),
+      chkPassive(control("chkPassive")),
+      panel_(panel) {
+  for (Control* field : Text1.all()) {
+    field->setText(panel.Text1[field->row().index].text());
+    field->onFocus = [field] { field->setSelection(0, characterCount(field->text())); };
+  }
+  chkPassive.setValue(panel.chkPassive.value());
+  for (Control* command : Command1.all()) {
+    const int index = command->row().index;
+    command->onClick = [this, index] { Command1_Click(index); };
+  }
+  Command2.onClick = [this] { Command2_Click(); };
+}
+
+void UserForm::Command1_Click(int index) {
+  if (index == Command::kRegister) {
+    for (const Control* field : Text1.all()) {
+      panel_.Text1[field->row().index].setText(field->text());
+    }
+    panel_.chkPassive.setValue(chkPassive.value());
+  }
+  markClosed();
+}
+
+void UserForm::Command2_Click() {
+  Text1[FtpForm::Field::kPort].setText("21");
+}
+
+}  // namespace karvel
