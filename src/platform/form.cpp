@@ -60,16 +60,8 @@ void Control::setSelection(std::size_t start, std::size_t length) {
   changed();
 }
 
-void Control::addItem(std::string item) {
-  const auto place = has(ControlRow::kSorted) ? std::upper_bound(items_.begin(), items_.end(), item)
-                                              : items_.end();
-  items_.insert(place, std::move(item));
-  changed();
-}
-
-void Control::clearItems() {
-  if (items_.empty()) return;
-  items_.clear();
+void Control::setItems(std::vector<std::string> items) {
+  items_ = std::move(items);
   changed();
 }
 

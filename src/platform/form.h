@@ -51,7 +51,6 @@ struct ControlRow {
     kCancelButton = 1U << 5U,   ///< pressed by Escape
     kTitle = 1U << 6U,          ///< a section title: set off from plain labels
     kNote = 1U << 7U,           ///< an explanation: less prominent, wrapped within its rectangle
-    kSorted = 1U << 8U,         ///< a list that keeps its entries in ascending order
   };
 
   ControlKind kind = ControlKind::kLabel;
@@ -112,8 +111,7 @@ class Control {
 
   /// List box.
   [[nodiscard]] const std::vector<std::string>& items() const { return items_; }
-  void addItem(std::string item);
-  void clearItems();
+  void setItems(std::vector<std::string> items);
   void setTabStops(std::vector<int> dialogUnits);
   [[nodiscard]] const std::vector<int>& tabStops() const { return tabStops_; }
 

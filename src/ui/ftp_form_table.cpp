@@ -200,7 +200,7 @@ constexpr std::array kControls{
     Row{Kind::kCheckBox, "chkPassive", kNoIndex, "Passive ﾓｰﾄﾞ有効", {}, kNoTab, kWork},
 
     Row{Kind::kTextBox, "CovText", kNoIndex, "", {}, kNoTab, kWork},
-    Row{Kind::kListBox, "List1", kNoIndex, "", {}, kNoTab, kWork | Row::kSorted},
+    Row{Kind::kListBox, "List1", kNoIndex, "", {}, kNoTab, kWork},
     Row{Kind::kListBox, "List2", kNoIndex, "", {}, kNoTab, kWork},
     Row{Kind::kListBox, "lstFiles", kNoIndex, "", {}, kNoTab, kWork},
 };

@@ -1,0 +1,79 @@
+#include "ftp/remote_listing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "text/strings.h"
+
+namespace karvel {
+namespace {
+
+std::string folderLine(const FTPFile& entry) {
+  return "D " + entry.FileName + "\t \t" + formatDateMinute(entry.FileDate);
+}
+
+/// A whole number with a comma between groups of three digits.
+std::string grouped(double number) {
+  std::string digits = std::to_string(std::llround(number));
+  for (auto place = static_cast<std::ptrdiff_t>(digits.size()) - 3; place > 0; place -= 3) {
+    digits.insert(static_cast<std::size_t>(place), ",");
+  }
+  return digits;
+}
+
+std::string fileLine(const FTPFile& entry) {
+  return "F " + entry.FileName + "\t" + grouped(entry.FileSize) + "\t" +
+         formatDateMinute(entry.FileDate);
+}
+
+std::int32_t slotSize(double size) {
+  constexpr double kLargest = std::numeric_limits<std::int32_t>::max();
+  return static_cast<std::int32_t>(std::min(std::round(size), kLargest));
+}
+
+std::optional<std::size_t> findLine(const std::vector<std::string>& lines, std::string_view part) {
+  for (std::size_t slot = 0; slot < lines.size(); ++slot) {
+    const std::string_view line = trimmed(lines[slot]);
+    if (line.empty()) break;
+    if (contains(line, part)) return slot;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+void RemoteListing::Ftp_ListFiles() {
+  DirLines_.clear();
+  FileLines_.clear();
+  FileSizes_.clear();
+
+  McWinFTP& ftp = *session_.clsFtp;
+  std::vector<std::string> shown{ftp.CurDir() == "/" ? ". " : ".."};
+  for (ftp.FindFile("*.*"); !ftp.RemoteFile->SearchEnd; ftp.NextFile()) {
+    store(*ftp.RemoteFile, shown);
+  }
+  form_.lstFiles.setItems(std::move(shown));
+}
+
+void RemoteListing::store(const FTPFile& entry, std::vector<std::string>& shown) {
+  const bool isFolder = entry.FileType == FTPFile::kFolder;
+  std::vector<std::string>& lines = isFolder ? DirLines_ : FileLines_;
+  std::string line = isFolder ? folderLine(entry) : fileLine(entry);
+  if (lines.size() < kSlots) {
+    lines.push_back(fixedWidth(line, kSlotWidth));
+    if (!isFolder) FileSizes_.push_back(slotSize(entry.FileSize));
+  }
+  shown.push_back(std::move(line));
+}
+
+std::optional<std::size_t> RemoteListing::findFolder(std::string_view part) const {
+  return findLine(DirLines_, part);
+}
+
+std::optional<std::size_t> RemoteListing::findFile(std::string_view part) const {
+  return findLine(FileLines_, part);
+}
+
+}  // namespace karvel

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ftp/session_holder.h"
+#include "ui/ftp_form.h"
+
+namespace karvel {
+
+/// The server's current folder as of the last refresh: lines of the list box, and tables that are
+/// searched instead of asking the server again.
+class RemoteListing {
+ public:
+  /// Entries of each kind that the tables keep; the list box shows them all.
+  static constexpr std::size_t kSlots = 10001;
+  /// Characters of a slot: shorter lines are padded with blanks, longer ones cut.
+  static constexpr std::size_t kSlotWidth = 128;
+
+  RemoteListing(FtpForm& form, SessionHolder& session) : form_(form), session_(session) {}
+
+  /// Reads the current folder of the open session. When the enumeration fails, what has been read
+  /// until then is kept.
+  void Ftp_ListFiles();
+
+  /// The slot of the first folder line, up to the first empty one, that contains `part`.
+  [[nodiscard]] std::optional<std::size_t> findFolder(std::string_view part) const;
+  /// The same for file lines.
+  [[nodiscard]] std::optional<std::size_t> findFile(std::string_view part) const;
+
+  /// The size in bytes of the file in a slot; 2 GiB and more count as 2147483647.
+  [[nodiscard]] std::int32_t fileSize(std::size_t slot) const { return FileSizes_[slot]; }
+
+ private:
+  void store(const FTPFile& entry, std::vector<std::string>& shown);
+
+  FtpForm& form_;
+  SessionHolder& session_;
+  std::vector<std::string> DirLines_;
+  std::vector<std::string> FileLines_;
+  std::vector<std::int32_t> FileSizes_;
+};
+
+}  // namespace karvel

@@ -1,0 +1,56 @@
+#include "ftp/server_list.h"
+
+#include "text/code_page.h"
+#include "text/line_splitter.h"
+#include "text/numeric_value.h"
+#include "text/path.h"
+#include "text/strings.h"
+#include "ui/configured_values.h"
+
+namespace karvel {
+namespace {
+
+constexpr std::size_t kNumberLength = 4;
+constexpr std::size_t kLargestFile = 1024 * 1024;
+
+}  // namespace
+
+ServerList::ServerList(Files& files, IniRedWrt& settings, const std::string& programFolder)
+    : files_(files), settings_(settings), path_(joinPath(programFolder, "kvserver.ini")) {
+}
+
+void ServerList::LoadServerList() {
+  FtpServerHost = configured::kServiceHost;
+  MailDomain = configured::kServiceDomain;
+  FtpDomain = configured::kServiceDomain;
+
+  const auto content = files_.read(path_, kLargestFile);
+  if (!content) return;
+  LineSplitter lines;
+  const auto take = [this](std::string_view line) { takeLine(fromCodePage932(line)); };
+  lines.feed(*content, take);
+  lines.finish(take);
+
+  updateDomain(section::kMail, MailDomain);
+  updateDomain(section::kFtp, FtpDomain);
+}
+
+void ServerList::takeLine(const std::string& line) {
+  if (characterCount(line) <= kNumberLength) return;
+  const std::string_view number = firstCharacters(line, kNumberLength);
+  const std::string value = line.substr(firstCharacters(line, kNumberLength + 1).size());
+  if (trimmed(value).empty()) return;
+
+  const double entry = numericValue(number);
+  if (entry == 3) MailDomain = value;
+  if (entry == 4) FtpServerHost = value;
+  if (entry == 5) FtpDomain = value;
+}
+
+void ServerList::updateDomain(std::string_view section, const std::string& domain) {
+  const std::string current = settings_.readTicket(section, "DOMAIN");
+  if (trimmed(current).empty() || trimmed(current) == trimmed(domain)) return;
+  settings_.WriteIni(section, "DOMAIN", trimmed(domain), settings_.TicketIniPath);
+}
+
+}  // namespace karvel

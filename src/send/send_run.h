@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "ftp/ftp_site.h"
+#include "platform/desktop.h"
+#include "send/send_settings.h"
+#include "send/statistics_export.h"
+#include "shell/run_log.h"
+#include "shell/settings_store.h"
+#include "ui/ftp_form.h"
+
+namespace karvel {
+
+/// How a send run was started: 2 and 3 are the indexes of the panel's buttons.
+enum class SendMode : std::int16_t {
+  kUnattended = 0,
+  kManual = FtpForm::Command::kSend,
+  kConnectionTest = FtpForm::Command::kTest,
+};
+
+/// One send run from start to end. Every transfer of the program goes through it.
+class SendRun {
+ public:
+  SendRun(FtpForm& form, StatisticsExport& statistics, FtpSite& site, SendSettings& sendSettings,
+          IniRedWrt& settings, RunLog& log, Desktop& desktop);
+
+  /// Shows the failure icon (true) or the normal one in the notification area.
+  std::function<void(bool failed)> Task_SetIcon;
+
+  /// Delivers to the destination chosen on the panel and reports the outcome on the status line,
+  /// in the icon, in "FTP CHKC" or "FTP CHKF", in the tick counter and, on every second failure in
+  /// a row of unattended runs, in a message box.
+  void Snd(SendMode mode);
+
+ private:
+  void sendToFolder(SendMode mode);
+  void sendToSite(SendMode mode);
+  void succeeded(SendMode mode, const char* reachedFlag);
+  void connectionFailed(SendMode mode);
+  void transferFailed(SendMode mode, const std::string& secondLine);
+  void scheduleRetry();
+  void showFailure(const std::string& text);
+  void setIcon(bool failed);
+
+  FtpForm& form_;
+  StatisticsExport& statistics_;
+  FtpSite& site_;
+  SendSettings& sendSettings_;
+  IniRedWrt& settings_;
+  RunLog& log_;
+  Desktop& desktop_;
+};
+
+}  // namespace karvel

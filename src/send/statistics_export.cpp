@@ -1,0 +1,72 @@
+#include "send/statistics_export.h"
+
+#include "text/date_time.h"
+#include "text/path.h"
+
+namespace karvel {
+namespace {
+
+constexpr int kFirstYear = 2009;
+constexpr int kMonths = 12;
+constexpr int kDaysOfEveryMonth = 31;  // a day that no month has has no files either
+
+}  // namespace
+
+StatisticsExport::StatisticsExport(FtpForm& form, ShopInfo& shopInfo, StatisticsTable& table,
+                                   FolderCopy& folder, FtpSite& site, Files& files, Clock& clock,
+                                   RunLog& log, const std::string& programFolder)
+    : form_(form),
+      shopInfo_(shopInfo),
+      table_(table),
+      folder_(folder),
+      site_(site),
+      files_(files),
+      clock_(clock),
+      log_(log),
+      programFolder_(programFolder + kSeparator) {
+}
+
+bool StatisticsExport::Make_Csv2Send() {
+  log_.WriteLog("HS-FTP:----------------------------- Make_Csv2Send Start");
+  shopInfo_.Ftp_ShopFold();
+  const bool bulk = form_.ShiftState == FtpForm::kShiftAlone;
+  const bool sent = bulk ? sendEveryDay() : sendCurrentDay();
+  log_.WriteLog("HS-FTP:----------------------------- Make_Csv2Send Exit");
+  return sent;
+}
+
+bool StatisticsExport::sendCurrentDay() {
+  const std::string name = madeTable("");
+  return !name.empty() && deliverAndDelete(name);
+}
+
+bool StatisticsExport::sendEveryDay() {
+  bool lastSent = false;
+  const int lastYear = clock_.now().year;
+  for (int year = kFirstYear; year <= lastYear; ++year) {
+    for (int month = 1; month <= kMonths; ++month) {
+      for (int day = 1; day <= kDaysOfEveryMonth; ++day) {
+        const std::string name = madeTable(formatDayKey(year, month, day));
+        if (name.empty()) continue;
+        form_.MsgLabel.setCaption(name + " 転送");
+        lastSent = deliverAndDelete(name);
+      }
+    }
+  }
+  return lastSent;
+}
+
+std::string StatisticsExport::madeTable(const std::string& dateKey) {
+  const std::string name = table_.Make_StatFile(dateKey);
+  return !name.empty() && files_.exists(programFolder_ + name) ? name : std::string();
+}
+
+bool StatisticsExport::deliverAndDelete(const std::string& name) {
+  const bool delivered = form_.destinationIs(FtpForm::Destination::kOutputFolder)
+                             ? folder_.Copy_OutFold(programFolder_, name, false)
+                             : site_.Ftp_PutFile(programFolder_, name);
+  files_.remove(programFolder_ + name);
+  return delivered;
+}
+
+}  // namespace karvel

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "platform/files.h"
+#include "shell/settings_store.h"
+#include "stats/desk_figures.h"
+
+namespace karvel {
+
+/// Reads the reception files of the ticket application: "<day key>_<desk>.tmp" in the folder
+/// "temp" of the program's folder, one record per line (see ReceptionTally), in code page 932.
+class DeskReader {
+ public:
+  DeskReader(Files& files, IniRedWrt& settings, std::string programFolder);
+
+  /// The figures of a desk (1 to 6) on the current business day. A file that is missing or cannot
+  /// be opened gives zeros; one that breaks off gives the figures of what could be read.
+  [[nodiscard]] DeskFigures Read_DeskFile(int desk);
+
+  /// The same for the day of the given key.
+  [[nodiscard]] DeskFigures readDay(const std::string& dayKey, int desk);
+
+  /// The key of the current business day, whatever the ticket application has put there.
+  [[nodiscard]] std::string businessDayKey();
+
+  /// True when the ticket application has kept the day of that key.
+  [[nodiscard]] bool hasDay(const std::string& dayKey);
+
+ private:
+  [[nodiscard]] std::string workFile(const std::string& name) const;
+
+  Files& files_;
+  IniRedWrt& settings_;
+  std::string programFolder_;
+};
+
+}  // namespace karvel

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "stats/call_times.h"
+#include "stats/desk_figures.h"
+
+namespace karvel {
+
+/// Condenses the records of one desk into its figures, one line after the other.
+///
+/// A record is 11 fields separated by TAB, each taken without the blanks around it; other lines
+/// count nowhere. Used fields: 1 issue time, 2 call time, 4 handled marker, 5 mail marker, 7
+/// reservation count. A handled record whose issue or call time is no time of day counts as
+/// handled and adds nothing to the waits.
+class ReceptionTally {
+ public:
+  void addLine(std::string_view line);
+  [[nodiscard]] DeskFigures figures() const;
+
+ private:
+  static constexpr std::size_t kFieldCount = 11;
+  using Fields = std::array<std::string_view, kFieldCount>;
+
+  static bool split(std::string_view line, Fields& fields);
+  void addHandled(const Fields& fields);
+  void addWait(int issueSeconds, int callSeconds);
+  void addToBand(std::string_view issueTime);
+
+  DeskFigures counts_;
+  CallTimes callTimes_;
+  double waitSum_ = 0;   ///< seconds
+  int longestWait_ = 0;  ///< seconds
+};
+
+}  // namespace karvel
