@@ -1,0 +1,52 @@
+#pragma once
+
+#include "ftp/ftp_site.h"
+#include "platform/platform.h"
+#include "send/folder_copy.h"
+#include "send/panel_commands.h"
+#include "send/send_run.h"
+#include "send/send_settings.h"
+#include "send/shop_info.h"
+#include "send/statistics_export.h"
+#include "shell/run_log.h"
+#include "shell/scheduler.h"
+#include "shell/settings_store.h"
+#include "shell/start_up.h"
+#include "shell/window_lifecycle.h"
+#include "stats/desk_reader.h"
+#include "stats/statistics_table.h"
+#include "ui/ftp_form.h"
+
+namespace karvel {
+
+/// The rooms of the program, built in their order and wired where control flows back up.
+class Program {
+ public:
+  explicit Program(Platform& platform);
+  ~Program();
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  /// Starts, runs until the program ends, and gives its exit status.
+  int run();
+
+ private:
+  Platform& platform_;
+  IniRedWrt settings_;
+  RunLog log_;
+  FtpForm form_;
+  DeskReader desks_;
+  StatisticsTable table_;
+  FtpSite site_;
+  FolderCopy folder_;
+  ShopInfo shopInfo_;
+  StatisticsExport export_;
+  SendSettings sendSettings_;
+  SendRun sendRun_;
+  PanelCommands commands_;
+  WindowLifecycle window_;
+  Scheduler scheduler_;
+  StartUp startUp_;
+};
+
+}  // namespace karvel

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+
+#include "platform/platform.h"
+#include "send/panel_commands.h"
+#include "shell/settings_store.h"
+#include "shell/window_lifecycle.h"
+#include "ui/ftp_form.h"
+
+namespace karvel {
+
+/// What a start has come to.
+enum class StartOutcome : std::uint8_t {
+  kEnded,     ///< the program ends at once
+  kPanel,     ///< the settings panel is open, the timer off
+  kResident,  ///< the window is in the notification area, the timer on
+};
+
+/// The program's start: the main form's load handler.
+class StartUp {
+ public:
+  static constexpr const char* kShowPanel = "-INIT";
+  static constexpr const char* kShowGroupDialog = "-GRUP";
+
+  StartUp(FtpForm& form, IniRedWrt& settings, PanelCommands& commands, WindowLifecycle& window,
+          Platform& platform);
+
+  /// Refuses a second instance, completes and resets the settings, fills the panel, and acts on the
+  /// command line.
+  [[nodiscard]] StartOutcome Form_Load();
+
+ private:
+  void prepareOwnSettings();
+  void createOwnSettings();
+  [[nodiscard]] bool locateTicketApplication();
+  void selectDestination();
+  void fillFields();
+  void selectInterval();
+  [[nodiscard]] StartOutcome actOnCommandLine();
+  StartOutcome endAtOnce();
+
+  FtpForm& form_;
+  IniRedWrt& settings_;
+  PanelCommands& commands_;
+  WindowLifecycle& window_;
+  Platform& platform_;
+};
+
+}  // namespace karvel

@@ -1,0 +1,91 @@
+#include "shell/window_lifecycle.h"
+
+#include <utility>
+
+namespace karvel {
+namespace {
+
+constexpr const char* kTip = "るりはなリンク集計管理";
+constexpr std::chrono::seconds kEndPause{1};
+constexpr int kEndPauses = 2;
+
+}  // namespace
+
+WindowLifecycle::WindowLifecycle(FtpForm& form, Desktop& desktop, Files& files, Clock& clock,
+                                 std::string programFolder)
+    : form_(form),
+      desktop_(desktop),
+      files_(files),
+      clock_(clock),
+      programFolder_(std::move(programFolder)) {
+  form_.onResize = [this] { Form_Resize(); };
+  form_.onClose = [this] { unloadMainForm(); };
+  form_.onKey = [this](int shift) { Form_KeyDown(shift); };
+  form_.MyMenu_Init.onClick = [this] { MyMenu_Init_Click(); };
+  form_.MyMenu_Exit.onClick = [this] { unloadMainForm(); };
+  desktop_.setEndSessionHandler([this] { unloadMainForm(); });
+}
+
+void WindowLifecycle::Task_Add() {
+  desktop_.addTrayIcon(form_, TrayImage::kNormal, kTip, [this] { Task_PopMenu(); });
+  form_.setVisible(false);
+  form_.setCaption("");
+}
+
+void WindowLifecycle::Task_Remove() {
+  form_.setWindowState(WindowState::kNormal);
+  desktop_.removeTrayIcon();
+  form_.setVisible(true);
+  form_.setCaption(form_.table().caption);
+  desktop_.processPendingMessages();
+}
+
+void WindowLifecycle::Task_SetIcon(bool failed) {
+  if (form_.visible()) return;
+  desktop_.changeTrayIcon(failed ? TrayImage::kFailure : TrayImage::kNormal, kTip);
+}
+
+void WindowLifecycle::Task_PopMenu() {
+  desktop_.bringToForeground(form_);
+  desktop_.popupMenu(form_, form_.MyMenu_Task);
+}
+
+void WindowLifecycle::unloadMainForm() {
+  // Both halves process messages, among which may be another wish to close.
+  if (std::exchange(closing_, true)) return;
+  Form_QueryUnload();
+  Form_Terminate();
+}
+
+void WindowLifecycle::Form_QueryUnload() {
+  form_.Timer1->setEnabled(false);
+  if (form_.windowState() == WindowState::kMinimized) Task_Remove();
+}
+
+void WindowLifecycle::Form_Resize() {
+  if (closing_ || form_.windowState() != WindowState::kMinimized) return;
+  form_.Timer1->setEnabled(true);
+  Task_Add();
+}
+
+void WindowLifecycle::Form_Terminate() {
+  form_.Timer1->setEnabled(false);
+  for (int i = 0; i < kEndPauses; ++i) {
+    clock_.sleep(kEndPause);
+    desktop_.processPendingMessages();
+  }
+  files_.removeMatching(programFolder_, "*.txt");
+  form_.markClosed();
+  desktop_.quit();
+}
+
+void WindowLifecycle::Form_KeyDown(int shift) {
+  form_.ShiftState = static_cast<std::int16_t>(shift);
+}
+
+void WindowLifecycle::MyMenu_Init_Click() {
+  form_.Timer1->setEnabled(false);
+  if (form_.windowState() == WindowState::kMinimized) Task_Remove();
+}
+
+}  // namespace karvel

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "ui/ftp_form.h"
+
+namespace karvel {
+
+/// The main window between panel and notification area, and the end of the program.
+///
+/// A minimised window is hidden, has an icon in the notification area and the interval timer
+/// running. Everything here runs on the user-interface thread and may process pending messages.
+class WindowLifecycle {
+ public:
+  WindowLifecycle(FtpForm& form, Desktop& desktop, Files& files, Clock& clock,
+                  std::string programFolder);
+
+  /// Moves the window into the notification area.
+  void Task_Add();
+  /// Brings it back as the settings panel.
+  void Task_Remove();
+  /// Shows the failure icon or the normal one, while the window is hidden.
+  void Task_SetIcon(bool failed);
+  /// Opens the tray menu at the mouse pointer.
+  void Task_PopMenu();
+
+  /// Closes the main form and ends the program: timer off, icon removed, work files deleted.
+  void unloadMainForm();
+  /// The part of it that a start that comes to nothing needs: timer off, icon removed.
+  void Form_QueryUnload();
+
+ private:
+  void Form_Resize();
+  void Form_Terminate();
+  void Form_KeyDown(int shift);
+  void MyMenu_Init_Click();
+
+  FtpForm& form_;
+  Desktop& desktop_;
+  Files& files_;
+  Clock& clock_;
+  std::string programFolder_;
+  bool closing_ = false;
+};
+
+}  // namespace karvel
