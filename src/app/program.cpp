@@ -35,7 +35,7 @@ Program::~Program() {
 }
 
 int Program::run() {
-  if (startUp_.Form_Load() != StartOutcome::kEnded) platform_.desktop->run();
+  if (start() != StartOutcome::kEnded) platform_.desktop->run();
   return 0;
 }
 

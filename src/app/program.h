@@ -30,6 +30,10 @@ class Program {
   /// Starts, runs until the program ends, and gives its exit status.
   int run();
 
+  /// The first half of run(), for a caller with a message loop of its own.
+  [[nodiscard]] StartOutcome start() { return startUp_.Form_Load(); }
+  [[nodiscard]] FtpForm& mainForm() { return form_; }
+
  private:
   Platform& platform_;
   IniRedWrt settings_;

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/clock.h"
+
+namespace karvel {
+
+/// A clock that stands still until it is moved; sleeping takes no time.
+class FakeClock final : public Clock {
+ public:
+  DateTime time{2024, 1, 15, 9, 5, 7};
+  std::chrono::milliseconds slept{0};
+
+  DateTime now() override { return time; }
+  void sleep(std::chrono::milliseconds pause) override { slept += pause; }
+};
+
+}  // namespace karvel

@@ -1,0 +1,89 @@
+#include "fakes/fake_files.h"
+
+#include "text/path.h"
+#include "text/strings.h"
+
+namespace karvel {
+namespace {
+
+std::string folderOf(const std::string& path) {
+  return path.substr(0, path.find_last_of(kSeparator));
+}
+
+}  // namespace
+
+bool FakeFiles::exists(const std::string& path) {
+  return files.contains(path) || folders.contains(path);
+}
+
+std::optional<std::string> FakeFiles::read(const std::string& path, std::size_t limit) {
+  const auto found = files.find(path);
+  if (found == files.end() || unreadable.contains(path)) return std::nullopt;
+  if (found->second.content.size() > limit) return std::nullopt;
+  return found->second.content;
+}
+
+bool FakeFiles::readPieces(const std::string& path, const Consumer& consumer) {
+  const auto content = read(path, SIZE_MAX);
+  if (!content) return false;
+  for (std::size_t at = 0; at < content->size(); at += pieceSize) {
+    consumer(std::string_view(*content).substr(at, pieceSize));
+  }
+  return true;
+}
+
+bool FakeFiles::canWrite(const std::string& path) const {
+  const auto found = files.find(path);
+  const bool readOnly = found != files.end() && found->second.readOnly;
+  return !readOnly && !unwritable.contains(path) && !folders.contains(path) &&
+         folders.contains(folderOf(path));
+}
+
+bool FakeFiles::write(const std::string& path, std::string_view content) {
+  if (!canWrite(path)) return false;
+  files[path].content = content;
+  written.push_back(path);
+  return true;
+}
+
+bool FakeFiles::append(const std::string& path, std::string_view content) {
+  if (!canWrite(path)) return false;
+  files[path].content += content;
+  return true;
+}
+
+bool FakeFiles::remove(const std::string& path) {
+  const auto found = files.find(path);
+  if (found == files.end() || found->second.readOnly) return false;
+  files.erase(found);
+  return true;
+}
+
+void FakeFiles::removeMatching(const std::string& folder, const std::string& pattern) {
+  const std::string ending = asciiLower(pattern.substr(1));  // patterns here are "*" + ending
+  std::erase_if(files, [&](const auto& file) {
+    return folderOf(file.first) == folder && asciiLower(file.first).ends_with(ending) &&
+           !file.second.readOnly;
+  });
+}
+
+bool FakeFiles::copy(const std::string& source, const std::string& target) {
+  const auto content = read(source, SIZE_MAX);
+  return content && write(target, *content);
+}
+
+std::optional<std::uint32_t> FakeFiles::attributes(const std::string& path) {
+  if (folders.contains(path)) return kDirectory;
+  const auto found = files.find(path);
+  if (found == files.end()) return std::nullopt;
+  return found->second.readOnly ? kReadOnly : kNormal;
+}
+
+bool FakeFiles::setAttributes(const std::string& path, std::uint32_t attributes) {
+  const auto found = files.find(path);
+  if (found == files.end()) return false;
+  found->second.readOnly = (attributes & kReadOnly) != 0;
+  return true;
+}
+
+}  // namespace karvel

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "platform/files.h"
+
+namespace karvel {
+
+/// A file system in memory. Folders must be made before files go into them.
+class FakeFiles final : public Files {
+ public:
+  struct File {
+    std::string content;
+    bool readOnly = false;
+  };
+
+  std::map<std::string, File> files;
+  std::set<std::string> folders;
+  std::set<std::string> unwritable;    ///< paths that refuse to be written
+  std::set<std::string> unreadable;    ///< paths whose reading fails
+  std::vector<std::string> written;    ///< paths in the order of their writing
+  std::size_t pieceSize = 256 * 1024;  ///< of readPieces
+
+  bool exists(const std::string& path) override;
+  std::optional<std::string> read(const std::string& path, std::size_t limit) override;
+  bool readPieces(const std::string& path, const Consumer& consumer) override;
+  bool write(const std::string& path, std::string_view content) override;
+  bool append(const std::string& path, std::string_view content) override;
+  bool remove(const std::string& path) override;
+  void removeMatching(const std::string& folder, const std::string& pattern) override;
+  bool copy(const std::string& source, const std::string& target) override;
+  std::optional<std::uint32_t> attributes(const std::string& path) override;
+  bool setAttributes(const std::string& path, std::uint32_t attributes) override;
+
+ private:
+  [[nodiscard]] bool canWrite(const std::string& path) const;
+};
+
+}  // namespace karvel

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/program.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_desktop.h"
+#include "fakes/fake_files.h"
+#include "fakes/fake_instance.h"
+#include "fakes/fake_internet.h"
+#include "fakes/fake_profile.h"
+
+namespace karvel {
+
+/// The whole program on a fake platform: a shop with one desk whose settings are complete for the
+/// folder destination, until a test changes them.
+class ShopWorld {
+ public:
+  static constexpr const char* kFolder = "shop";
+  static constexpr const char* kOutFolder = "out";
+
+  ShopWorld();
+
+  FakeClock& clock;
+  FakeFiles& files;
+  FakeInternet& internet;
+  FakeInstance& instance;
+  FakeDesktop& desktop;
+
+  /// Starts the program.
+  StartOutcome start(const std::string& commandLine = "");
+  FtpForm& form() { return program_->mainForm(); }
+  /// So many intervals of the timer pass, as long as it is enabled.
+  void tick(int count = 1);
+
+  // Settings in the files, as another program sees and changes them.
+  std::string own(const std::string& key);
+  void setOwn(const std::string& key, const std::string& value);
+  std::string ticket(const std::string& section, const std::string& key);
+  void setTicket(const std::string& section, const std::string& key, const std::string& value);
+
+  /// Turns the shop's settings to the user's own FTP site.
+  void useOwnSite();
+  /// Puts a desk's reception file of a day in place, given as UTF-8 lines without line ends.
+  void putReceptions(const std::string& dayKey, int desk, const std::vector<std::string>& lines);
+  /// One handled reception.
+  static std::string handled(const std::string& issueTime, const std::string& callTime);
+
+  static std::string path(const std::string& name);     ///< in the program's folder
+  static std::string outPath(const std::string& name);  ///< in the output folder
+  std::string content(const std::string& path);         ///< as UTF-8; "" when missing
+  /// Messages of the run log of the clock's day, without their time stamps.
+  std::vector<std::string> logMessages();
+
+ private:
+  Platform platform_;
+  std::unique_ptr<Program> program_;
+};
+
+}  // namespace karvel
