@@ -17,6 +17,8 @@ namespace karvel {
 /// The whole program on a fake platform: a shop with one desk whose settings are complete for the
 /// folder destination, until a test changes them.
 class ShopWorld {
+  Platform platform_;
+
  public:
   static constexpr const char* kFolder = "shop";
   static constexpr const char* kOutFolder = "out";
@@ -55,7 +57,6 @@ class ShopWorld {
   std::vector<std::string> logMessages();
 
  private:
-  Platform platform_;
   std::unique_ptr<Program> program_;
 };
 
