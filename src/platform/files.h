@@ -52,8 +52,8 @@ class Files {
   /// Deletes a file. False when it is missing, read-only or a folder.
   virtual bool remove(const std::string& path) = 0;
 
-  /// Deletes every file directly in `folder` whose name matches `pattern` ("*" and "?" wildcards,
-  /// letter case ignored); files that cannot be deleted stay.
+  /// Deletes every file directly in `folder` whose name matches `pattern` (see
+  /// text/wildcard.h); files that cannot be deleted stay.
   virtual void removeMatching(const std::string& folder, const std::string& pattern) = 0;
 
   /// Copies the content of `source` to `target`, replacing it. A target that has become incomplete

@@ -43,6 +43,29 @@ class Converter {
   iconv_t descriptor_;
 };
 
+/// Single bytes that Windows maps and iconv does not.
+constexpr struct {
+  char byte;
+  std::string_view utf8;
+} kLoneBytes[] = {
+    {'\x80', "\u0080"}, {'\xA0', "\uF8F0"}, {'\xFD', "\uF8F1"},
+    {'\xFE', "\uF8F2"}, {'\xFF', "\uF8F3"},
+};
+
+char byteFor(std::string_view character) {
+  for (const auto& lone : kLoneBytes) {
+    if (lone.utf8 == character) return lone.byte;
+  }
+  return '?';
+}
+
+std::string_view characterFor(char byte) {
+  for (const auto& lone : kLoneBytes) {
+    if (lone.byte == byte) return lone.utf8;
+  }
+  return kUnknownCharacter;
+}
+
 std::size_t utf8CharacterLength(std::string_view text) {
   std::size_t length = 1;
   while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
@@ -59,8 +82,9 @@ std::string toCodePage932(std::string_view utf8) {
   while (!utf8.empty()) {
     converter.convert(utf8, bytes);
     if (utf8.empty()) break;
-    bytes.push_back('?');
-    utf8.remove_prefix(utf8CharacterLength(utf8));
+    const std::string_view character = utf8.substr(0, utf8CharacterLength(utf8));
+    bytes.push_back(byteFor(character));
+    utf8.remove_prefix(character.size());
   }
   return bytes;
 }
@@ -72,7 +96,7 @@ std::string fromCodePage932(std::string_view bytes) {
     converter.convert(bytes, utf8);
     if (bytes.empty()) break;
     if (bytes.size() == 1 && isLeadByte932(bytes.front())) break;
-    utf8.append(kUnknownCharacter);
+    utf8.append(characterFor(bytes.front()));
     // What follows a lead byte without forming a character with it may be a character itself.
     bytes.remove_prefix(1);
   }

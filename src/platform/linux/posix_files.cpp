@@ -2,7 +2,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <fnmatch.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -11,6 +10,7 @@
 
 #include "platform/linux/file_descriptor.h"
 #include "text/path.h"
+#include "text/wildcard.h"
 
 namespace karvel {
 namespace {
@@ -115,8 +115,7 @@ void PosixFiles::removeMatching(const std::string& folder, const std::string& pa
   if (!entries) return;
   std::vector<std::string> names;
   while (const dirent* entry = readdir(entries.get())) {
-    if (fnmatch(pattern.c_str(), entry->d_name, FNM_CASEFOLD) == 0)
-      names.emplace_back(entry->d_name);
+    if (matchesWildcard(entry->d_name, pattern)) names.emplace_back(entry->d_name);
   }
   for (const std::string& name : names) remove(joinPath(folder, name));
 }

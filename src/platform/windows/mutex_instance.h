@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/instance.h"
+#include "platform/windows/win32_handle.h"
+
+namespace karvel {
+
+/// A mutex whose name stands for the program folder; the system drops it with the process.
+class MutexInstance final : public Instance {
+ public:
+  bool acquire(const std::string& programFolder) override;
+
+ private:
+  Win32Handle mutex_;
+};
+
+}  // namespace karvel

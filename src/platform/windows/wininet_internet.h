@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/internet.h"
+
+namespace karvel {
+
+/// WinINet. Its byte-oriented functions take and give the system's code page, which remote names
+/// share on a Japanese Windows.
+class WininetInternet final : public Internet {
+ public:
+  Handle open() override;
+  bool setOption(Handle root, std::uint32_t option, std::uint32_t milliseconds) override;
+  Handle connect(Handle root, const Account& account, std::uint32_t flags) override;
+  bool close(Handle handle) override;
+  std::optional<std::string> currentDirectory(Handle session) override;
+  bool setCurrentDirectory(Handle session, const std::string& folder) override;
+  bool putFile(Handle session, const std::string& localPath, const std::string& remoteName,
+               std::uint32_t transferType) override;
+  bool getFile(Handle session, const std::string& remoteName, const std::string& localPath,
+               bool failIfExists, std::uint32_t flags) override;
+  bool renameFile(Handle session, const std::string& from, const std::string& to) override;
+  bool deleteFile(Handle session, const std::string& remoteName) override;
+  bool createDirectory(Handle session, const std::string& folder) override;
+  bool removeDirectory(Handle session, const std::string& folder) override;
+  Handle findFirst(Handle session, const std::string& pattern, FindData& entry) override;
+  bool findNext(Handle find, FindData& entry) override;
+  ErrorNumber lastError() override { return lastError_; }
+  Response lastResponse() override;
+  std::string systemMessage(ErrorNumber number) override;
+
+ private:
+  /// Keeps the reason of a failed call, which any later call of the system may overwrite.
+  bool note(bool succeeded);
+
+  ErrorNumber lastError_ = 0;
+};
+
+}  // namespace karvel
