@@ -6,8 +6,9 @@
 namespace karvel {
 
 /// UTF-8 as bytes of code page 932 (Shift-JIS as Windows has it; U+FF5E is 81 60). A character
-/// that the code page lacks becomes "?", an ill-formed sequence of the input too. Of the look-alikes
-/// that other systems' tables have instead (such as U+301C for U+FF5E) the usual nine are taken.
+/// that the code page lacks becomes "?", an ill-formed sequence of the input too. Of the
+/// look-alikes that other systems' tables have instead (such as U+301C for U+FF5E) the usual nine
+/// are taken.
 std::string toCodePage932(std::string_view utf8);
 
 /// Bytes of code page 932 as UTF-8. Bytes that stand for no character become U+30FB each, as the

@@ -35,7 +35,7 @@ std::wstring shortPath(const std::wstring& path) {
 /// Short names as far as the path exists already: a file that is about to be created has its
 /// folder only.
 std::wstring shortPathOfFile(const std::wstring& path) {
-  const std::wstring whole = shortPath(path);
+  std::wstring whole = shortPath(path);
   if (!whole.empty()) return whole;
   const auto separator = path.find_last_of(L'\\');
   if (separator == std::wstring::npos) return path;

@@ -43,14 +43,22 @@ void joinSurrogates(std::wstring& text) {
   }
 }
 
-/// Decodes bytes that are well-formed throughout; empty for any others.
-std::wstring decodeWellFormed(std::string_view bytes) {
+std::wstring decode(std::string_view bytes, DWORD flags) {
   const int size = static_cast<int>(bytes.size());
-  const int length =
-      MultiByteToWideChar(kCodePage, MB_ERR_INVALID_CHARS, bytes.data(), size, nullptr, 0);
+  const int length = MultiByteToWideChar(kCodePage, flags, bytes.data(), size, nullptr, 0);
   std::wstring text(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(kCodePage, MB_ERR_INVALID_CHARS, bytes.data(), size, text.data(), length);
+  MultiByteToWideChar(kCodePage, flags, bytes.data(), size, text.data(), length);
   return text;
+}
+
+/// Empty unless the bytes are well-formed throughout.
+std::wstring decodeWellFormed(std::string_view bytes) {
+  return decode(bytes, MB_ERR_INVALID_CHARS);
+}
+
+/// Every byte that leads no pair stands for something, be it a private character.
+std::wstring decodeSingle(char byte) {
+  return decode({&byte, 1}, 0);
 }
 
 std::wstring decodeOneByOne(std::string_view bytes) {
@@ -58,16 +66,12 @@ std::wstring decodeOneByOne(std::string_view bytes) {
   while (!bytes.empty()) {
     const bool lead = isLeadByte932(bytes.front());
     if (lead && bytes.size() == 1) break;
-    const std::size_t size = lead ? 2 : 1;
-    const std::wstring character = decodeWellFormed(bytes.substr(0, size));
-    if (character.empty()) {
-      text.push_back(kUnknownCharacter);
-      // What follows a lead byte without forming a character with it may be a character itself.
-      bytes.remove_prefix(1);
-    } else {
-      text.append(character);
-      bytes.remove_prefix(size);
-    }
+    const std::wstring character =
+        lead ? decodeWellFormed(bytes.substr(0, 2)) : decodeSingle(bytes.front());
+    // What follows a lead byte without forming a character with it may be a character itself.
+    const bool pair = lead && !character.empty();
+    text.append(character.empty() ? std::wstring(1, kUnknownCharacter) : character);
+    bytes.remove_prefix(pair ? 2 : 1);
   }
   return text;
 }
