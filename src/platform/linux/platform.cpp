@@ -6,6 +6,8 @@
 #include "platform/linux/headless_desktop.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/posix_files.h"
+#include "platform/linux/qt_desktop.h"
+#include "platform/linux/qt_display.h"
 #include "platform/linux/system_clock.h"
 
 namespace karvel {
@@ -22,6 +24,11 @@ std::string joinedArguments(int argc, char** argv) {
   return joined;
 }
 
+std::unique_ptr<Desktop> makeDesktop() {
+  if (findDisplay()) return std::make_unique<QtDesktop>();
+  return std::make_unique<HeadlessDesktop>();
+}
+
 }  // namespace
 
 Platform makePlatform(int argc, char** argv) {
@@ -32,7 +39,7 @@ Platform makePlatform(int argc, char** argv) {
   platform.files = std::make_unique<PosixFiles>();
   platform.profile = std::make_unique<IniProfile>();
   platform.instance = std::make_unique<FolderLockInstance>();
-  platform.desktop = std::make_unique<HeadlessDesktop>();
+  platform.desktop = makeDesktop();
   return platform;
 }
 

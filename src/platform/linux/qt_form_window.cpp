@@ -1,0 +1,233 @@
+#include "platform/linux/qt_form_window.h"
+
+#include <QApplication>
+#include <QButtonGroup>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <algorithm>
+#include <string_view>
+
+#include "platform/linux/qt_dialog_units.h"
+#include "platform/linux/qt_text.h"
+
+namespace karvel {
+namespace {
+
+Qt::WindowFlags windowFlagsOf(const Form& form, bool owned) {
+  Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                          Qt::WindowCloseButtonHint;
+  flags |= owned ? Qt::Dialog : Qt::Window;
+  if (form.table().canMinimize) flags |= Qt::WindowMinimizeButtonHint;
+  if (form.topmost()) flags |= Qt::WindowStaysOnTopHint;
+  return flags;
+}
+
+struct ModifierKey {
+  Qt::Key key;
+  Qt::KeyboardModifier modifier;
+  int mask;
+};
+
+constexpr ModifierKey kModifierKeys[] = {{Qt::Key_Shift, Qt::ShiftModifier, 1},
+                                         {Qt::Key_Control, Qt::ControlModifier, 2},
+                                         {Qt::Key_Alt, Qt::AltModifier, 4}};
+
+/// The modifiers as they are after the event. What Qt reports for the modifier keys themselves
+/// differs by platform; press and release of the key are certain.
+int shiftMask(const QKeyEvent& event) {
+  const Qt::KeyboardModifiers reported = event.QInputEvent::modifiers();
+  int mask = 0;
+  for (const ModifierKey& known : kModifierKeys) {
+    const bool held = event.key() == known.key ? event.type() == QEvent::KeyPress
+                                               : reported.testFlag(known.modifier);
+    if (held) mask += known.mask;
+  }
+  return mask;
+}
+
+}  // namespace
+
+QtFormWindow::QtFormWindow(Form& form, QWidget* owner)
+    : QWidget(owner, windowFlagsOf(form, owner != nullptr)), form_(&form) {
+  setObjectName(QString::fromUtf8(form.table().name));
+  addControls();
+  chainTabOrder();
+  layOut();
+}
+
+QtFormWindow::~QtFormWindow() = default;
+
+void QtFormWindow::addControls() {
+  for (const auto& control : form_->controls()) {
+    const ControlRow& row = control->row();
+    auto& group = optionGroups_[row.name];
+    if (!group) group = std::make_unique<QButtonGroup>();
+    widgets_.push_back(makeQtControlWidget(*form_, *control, *this, *group));
+
+    QWidget& widget = widgets_.back()->widget();
+    widget.setObjectName(QString::fromUtf8(row.name) + (row.index == ControlRow::kNoIndex
+                                                            ? QString()
+                                                            : QString::number(row.index)));
+    widget.setToolTip(QString::fromUtf8(row.toolTip));
+    const std::string_view spoken = row.accessibleName;
+    widget.setAccessibleName(QString::fromUtf8(spoken.empty() ? row.caption : row.accessibleName));
+    widget.setVisible(!control->has(ControlRow::kHidden));
+    widget.installEventFilter(this);
+    widgets_.back()->sync();
+  }
+}
+
+void QtFormWindow::chainTabOrder() {
+  std::vector<QtControlWidget*> chain;
+  for (const auto& widget : widgets_) {
+    if (widget->control().row().tabOrder == ControlRow::kNoTab) {
+      widget->widget().setFocusPolicy(Qt::NoFocus);
+    } else {
+      chain.push_back(widget.get());
+    }
+  }
+  std::sort(chain.begin(), chain.end(), [](const auto* left, const auto* right) {
+    return left->control().row().tabOrder < right->control().row().tabOrder;
+  });
+  for (std::size_t i = 1; i < chain.size(); ++i) {
+    setTabOrder(&chain[i - 1]->widget(), &chain[i]->widget());
+  }
+}
+
+void QtFormWindow::layOut() {
+  layingOut_ = true;
+  const QtDialogUnits units(font());
+  const FormTable& table = form_->table();
+  setFixedSize(units.horizontal(table.width), units.vertical(table.height));
+  for (const auto& widget : widgets_) {
+    widget->widget().setGeometry(units.rect(widget->control().row().rect));
+    widget->applyLook(*this);
+  }
+  layingOut_ = false;
+}
+
+void QtFormWindow::syncForm() {
+  setWindowTitle(literalTitle(form_->caption()));
+  if (!form_->visible()) {
+    hide();
+    return;
+  }
+  const bool onTop = windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+  if (onTop != form_->topmost()) setWindowFlag(Qt::WindowStaysOnTopHint, form_->topmost());
+  applyStateOfWindow();
+}
+
+void QtFormWindow::applyStateOfWindow() {
+  const bool minimized = form_->windowState() == WindowState::kMinimized;
+  if (minimized) {
+    showMinimized();
+  } else if (!isVisible() || isMinimized()) {
+    showInFront();
+  }
+}
+
+void QtFormWindow::showInFront() {
+  if (!isVisible()) centre();
+  showNormal();
+  raise();
+  activateWindow();
+  if (focusWidget() != nullptr) return;
+  if (QtControlWidget* first = firstInTabOrder()) first->widget().setFocus();
+}
+
+void QtFormWindow::centre() {
+  const QWidget* owner = parentWidget();
+  const QRect around = owner != nullptr ? owner->frameGeometry() : screen()->availableGeometry();
+  move(around.center() - rect().center());
+}
+
+void QtFormWindow::syncControl(Control& control) {
+  for (const auto& widget : widgets_) {
+    if (&widget->control() != &control) continue;
+    widget->sync();
+    // A run keeps the message loop waiting; what it reports is seen all the same.
+    if (widget->widget().isVisible()) widget->widget().repaint();
+    return;
+  }
+}
+
+void QtFormWindow::detach() {
+  form_ = nullptr;
+  for (const auto& widget : widgets_) {
+    widget->widget().removeEventFilter(this);
+    widget->widget().disconnect();
+  }
+  hide();
+}
+
+void QtFormWindow::closeEvent(QCloseEvent* event) {
+  // The form decides: it hides the window when it goes.
+  event->ignore();
+  if (form_ != nullptr) form_->close();
+}
+
+void QtFormWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (form_ == nullptr || layingOut_) return;
+  if (event->type() == QEvent::WindowStateChange) reportState();
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) layOut();
+}
+
+void QtFormWindow::reportState() {
+  if (!form_->visible() || !isVisible()) return;
+  form_->setWindowState(isMinimized() ? WindowState::kMinimized : WindowState::kNormal);
+}
+
+void QtFormWindow::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (!event->isAutoRepeat()) pressFocusedOr(ControlRow::kDefaultButton);
+      return;
+    case Qt::Key_Escape:
+      if (!event->isAutoRepeat()) pressFocusedOr(ControlRow::kCancelButton);
+      return;
+    default:
+      QWidget::keyPressEvent(event);
+  }
+}
+
+bool QtFormWindow::eventFilter(QObject* watched, QEvent* event) {
+  const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+  // A key that a control leaves alone is sent to the window next: it is one event all the same.
+  if (key && watched == focusWidget()) previewKey(static_cast<const QKeyEvent&>(*event));
+  return QWidget::eventFilter(watched, event);
+}
+
+void QtFormWindow::previewKey(const QKeyEvent& event) {
+  if (form_ != nullptr) form_->keyEvent(shiftMask(event));
+}
+
+void QtFormWindow::pressFocusedOr(ControlRow::Style fallback) {
+  const auto wanted = [&](const auto& widget) {
+    if (fallback == ControlRow::kDefaultButton && &widget->widget() == focusWidget()) {
+      return widget->control().row().kind == ControlKind::kButton;
+    }
+    return false;
+  };
+  auto found = std::find_if(widgets_.begin(), widgets_.end(), wanted);
+  if (found == widgets_.end()) {
+    found = std::find_if(widgets_.begin(), widgets_.end(),
+                         [&](const auto& widget) { return widget->control().has(fallback); });
+  }
+  if (found != widgets_.end()) (*found)->press();
+}
+
+QtControlWidget* QtFormWindow::firstInTabOrder() const {
+  QtControlWidget* first = nullptr;
+  for (const auto& widget : widgets_) {
+    const int order = widget->control().row().tabOrder;
+    if (order == ControlRow::kNoTab || !widget->widget().isEnabled()) continue;
+    if (first == nullptr || order < first->control().row().tabOrder) first = widget.get();
+  }
+  return first;
+}
+
+}  // namespace karvel

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/form.h"
+#include "platform/linux/qt_control_widget.h"
+
+class QButtonGroup;
+
+namespace karvel {
+
+/// The window of a form, built from its table. It is hidden until syncForm() finds the form
+/// visible. The form must live until detach().
+class QtFormWindow final : public QWidget {
+ public:
+  /// `owner` is the window that a dialog stands above, or nullptr.
+  QtFormWindow(Form& form, QWidget* owner);
+  ~QtFormWindow() override;
+
+  /// Takes over the form's caption, visibility, window state and topmost.
+  void syncForm();
+  void syncControl(Control& control);
+  /// Hides the window and forgets the form.
+  void detach();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void addControls();
+  void chainTabOrder();
+  void layOut();
+  void applyStateOfWindow();
+  void showInFront();
+  void centre();
+  void reportState();
+  void previewKey(const QKeyEvent& event);
+  void pressFocusedOr(ControlRow::Style fallback);
+  [[nodiscard]] QtControlWidget* firstInTabOrder() const;
+
+  Form* form_;
+  std::unordered_map<std::string, std::unique_ptr<QButtonGroup>> optionGroups_;
+  std::vector<std::unique_ptr<QtControlWidget>> widgets_;
+  bool layingOut_ = false;
+};
+
+}  // namespace karvel
