@@ -1,5 +1,6 @@
 #include <array>
 
+#include "ui/control_rows.h"
 #include "ui/grp_form.h"
 
 namespace karvel {
@@ -7,71 +8,45 @@ namespace {
 
 using Kind = ControlKind;
 using Row = ControlRow;
-constexpr int kNoIndex = Row::kNoIndex;
-constexpr int kNoTab = Row::kNoTab;
+using rows::button;
+using rows::decoration;
+using rows::label;
+using rows::note;
+using rows::textBox;
 
 constexpr std::array kControls{
-    Row{Kind::kFrame, "Frame1", kNoIndex, "", {6, 4, 348, 180}},
-    Row{Kind::kLabel, "Label1", 9, "◆ｸﾞﾙｰﾌﾟ設定", {12, 10, 120, 10}, kNoTab, Row::kTitle},
-    Row{Kind::kLabel, "Label1", 4, "WEBｸﾞﾙｰﾌﾟ", {24, 26, 60, 10}},
-    Row{Kind::kTextBox, "Text1", 0, "", {88, 24, 60, 14}, 0, Row::kDisabled, 8},
-    Row{Kind::kLabel,
-        "Label1",
-        6,
-        "※弊社からお知らせした「WEBｸﾞﾙｰﾌﾟ」を入力して下さい。",
-        {88, 40, 260, 10},
-        kNoTab,
-        Row::kNote},
-    Row{Kind::kLabel, "Label1", 2, "ｸﾞﾙｰﾌﾟｺｰﾄﾞ", {24, 56, 60, 10}},
-    Row{Kind::kTextBox, "Text1", 8, "", {88, 54, 30, 14}, 1, Row::kDigitsOnly, 2},
-    Row{Kind::kLabel, "Label1", 1, "※半角数字で2文字以内", {124, 56, 200, 10}, kNoTab, Row::kNote},
-    Row{Kind::kLabel, "Label1", 3, "ｸﾞﾙｰﾌﾟ名", {24, 74, 60, 10}},
-    Row{Kind::kTextBox,
-        "Text1",
-        9,
-        "",
-        {88, 72, 250, 14},
-        2,
-        Row::kPlain,
-        0,
-        InputMethod::kHiragana},
-    Row{Kind::kLine, "Line1", kNoIndex, "", {12, 92, 336, 2}},
-    Row{Kind::kLabel, "Label1", 8, "◆店舗設定", {12, 98, 120, 10}, kNoTab, Row::kTitle},
-    Row{Kind::kLabel, "Label1", 7, "店舗ｺｰﾄﾞ", {24, 114, 60, 10}},
-    Row{Kind::kTextBox, "Text1", 5, "", {88, 112, 40, 14}, 3, Row::kDigitsOnly, 5},
-    Row{Kind::kLabel, "Label1", 5, "※半角数字で5文字以内", {134, 114, 200, 10}, kNoTab, Row::kNote},
-    Row{Kind::kLabel, "Label1", 0, "店舗名", {24, 132, 60, 10}},
-    Row{Kind::kTextBox, "Text1", 6, "", {88, 130, 250, 14}, kNoTab, Row::kDisabled},
-    Row{Kind::kLine, "Line2", kNoIndex, "", {12, 150, 336, 2}},
-    Row{Kind::kLabel,
-        "Label1",
-        12,
-        "※ｸﾞﾙｰﾌﾟ管理をお使いの店舗様は必ず他店様と重複しない「店舗ｺｰﾄﾞ」を登録して下さい。",
-        {12, 156, 336, 20},
-        kNoTab,
-        Row::kNote},
-    Row{Kind::kLabel,
-        "Label1",
-        13,
-        "グループ管理を利用しない場合は設定不要です。",
-        {12, 190, 336, 10},
-        kNoTab,
-        Row::kNote},
-    Row{Kind::kButton,
-        "Command1",
-        1,
-        "登　録",
-        {200, 206, 70, 16},
-        4,
-        Row::kDefaultButton,
-        0,
-        InputMethod::kOff,
-        "設定情報の保存/実行"},
-    Row{Kind::kButton, "Command1", 0, "ｷｬﾝｾﾙ", {280, 206, 70, 16}, 5, Row::kCancelButton},
+    decoration(Kind::kFrame, "Frame1", {8, 6, 344, 182}),
+
+    label(9, "◆ｸﾞﾙｰﾌﾟ設定", {14, 12, 332, 12}, Row::kTitle),
+    label(4, "WEBｸﾞﾙｰﾌﾟ", {24, 30, 64, 14}),
+    textBox(0, "WEBｸﾞﾙｰﾌﾟ", {92, 30, 64, 14}, 0, Row::kDisabled, 8),
+    note(6, "※弊社からお知らせした「WEBｸﾞﾙｰﾌﾟ」を入力して下さい。", {92, 46, 254, 10}),
+    label(2, "ｸﾞﾙｰﾌﾟｺｰﾄﾞ", {24, 61, 64, 14}),
+    textBox(8, "ｸﾞﾙｰﾌﾟｺｰﾄﾞ", {92, 61, 28, 14}, 1, Row::kDigitsOnly, 2),
+    note(1, "※半角数字で2文字以内", {126, 61, 220, 14}),
+    label(3, "ｸﾞﾙｰﾌﾟ名", {24, 79, 64, 14}),
+    textBox(9, "ｸﾞﾙｰﾌﾟ名", {92, 79, 254, 14}, 2, Row::kPlain, 0, InputMethod::kHiragana),
+
+    label(8, "◆店舗設定", {14, 102, 332, 12}, Row::kTitle),
+    label(7, "店舗ｺｰﾄﾞ", {24, 120, 64, 14}),
+    textBox(5, "店舗ｺｰﾄﾞ", {92, 120, 40, 14}, 3, Row::kDigitsOnly, 5),
+    note(5, "※半角数字で5文字以内", {138, 120, 208, 14}),
+    label(0, "店舗名", {24, 138, 64, 14}),
+    rows::display(6, "店舗名", {92, 138, 254, 14}),
+
+    decoration(Kind::kLine, "Line1", {14, 158, 332, 2}),
+    note(12, "※ｸﾞﾙｰﾌﾟ管理をお使いの店舗様は必ず他店様と重複しない「店舗ｺｰﾄﾞ」を登録して下さい。",
+         {14, 163, 332, 20}),
+    note(13, "グループ管理を利用しない場合は設定不要です。", {10, 192, 342, 10}),
+
+    decoration(Kind::kLine, "Line2", {8, 207, 344, 2}),
+    button("Command1", 1, "登　録", {206, 214, 70, 16}, 4, Row::kDefaultButton,
+           "設定情報の保存/実行"),
+    button("Command1", 0, "ｷｬﾝｾﾙ", {282, 214, 70, 16}, 5, Row::kCancelButton),
 };
 
 }  // namespace
 
-const FormTable kGrpFormTable{"GrpForm", "グループ登録", 360, 228, false, kControls};
+const FormTable kGrpFormTable{"GrpForm", "グループ登録", 360, 238, false, kControls};
 
 }  // namespace karvel

@@ -6,8 +6,8 @@
 
 namespace karvel {
 
-/// A label: plain, a section title (bold, with a line across the rest of its rectangle) or a note
-/// (less prominent).
+/// A label: plain, a section title (bold, on a band of its own) or a note (less prominent). A text
+/// that is too long for its place can be read in the tool tip.
 class QtLabel final : public QtControlWidget {
  public:
   QtLabel(Control& control, QWidget& parent);
@@ -16,18 +16,10 @@ class QtLabel final : public QtControlWidget {
   void applyLook(const QWidget& window) override;
 
  private:
-  class RuledLabel final : public QLabel {
-   public:
-    RuledLabel(QWidget& parent, bool ruled);
+  void makeTitle(const QWidget& window);
+  void makeNote(const QWidget& window);
 
-   protected:
-    void paintEvent(QPaintEvent* event) override;
-
-   private:
-    bool ruled_;
-  };
-
-  RuledLabel label_;
+  QLabel label_;
 };
 
 }  // namespace karvel
