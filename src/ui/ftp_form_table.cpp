@@ -97,7 +97,7 @@ constexpr std::array kControls{
     hidden(rows::checkBox("chkPassive", "Passive ﾓｰﾄﾞ有効", kNowhere, kNoTab)),
 
     hidden({.kind = Kind::kTextBox, .name = "CovText"}),
-    list("List1", Row::kSorted),
+    list("List1"),
     list("List2"),
     list("lstFiles"),
 };

@@ -1,0 +1,41 @@
+#!/usr/bin/python3
+"""Runs the end-to-end tests side by side: they spend their time waiting for the program."""
+
+import sys
+import unittest
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+SIDE_BY_SIDE = 12
+
+
+def cases_of(suite):
+    for entry in suite:
+        if isinstance(entry, unittest.TestSuite):
+            yield from cases_of(entry)
+        else:
+            yield entry
+
+
+def run(case):
+    result = unittest.TestResult()
+    case.run(result)
+    return case, result
+
+
+def main(pattern="*_test.py"):
+    suite = unittest.defaultTestLoader.discover(Path(__file__).parent, pattern)
+    cases = list(cases_of(suite))
+    failed = 0
+    with ThreadPoolExecutor(SIDE_BY_SIDE) as pool:
+        for case, result in pool.map(run, cases):
+            print("ok    " if result.wasSuccessful() else "FAILED", case.id(), flush=True)
+            for _, trace in result.errors + result.failures:
+                print(trace, flush=True)
+            failed += not result.wasSuccessful()
+    print(f"{len(cases)} cases, {failed} failed")
+    return 1 if failed or not cases else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))

@@ -1,0 +1,178 @@
+"""A shop in a temporary folder, and the real program running in it."""
+
+import os
+import re
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+PROGRAM = os.environ["KARVEL_PROGRAM"]
+SAMPLE_SHOP = os.environ["KARVEL_SAMPLE_SHOP"]
+
+CODE_PAGE = "cp932"
+DAY = "240105"
+SHOP_CODE = "00345"
+TABLE = f"{SHOP_CODE}_{DAY}.txt"
+SHOP_INFO = "1200345.inf"
+
+# File permissions do not bind a super user, so the program runs as somebody else then.
+ORDINARY_USER = 65534 if os.geteuid() == 0 else None
+
+START_SECONDS = 20
+END_SECONDS = 40
+
+
+class ShopTest(unittest.TestCase):
+    def shop(self, *options):
+        return Shop(self, *options)
+
+
+class Shop:
+    """A laid-out shop: `folder` is the program's folder, `out` its output folder."""
+
+    def __init__(self, test, *options):
+        self.test = test
+        self.base = Path(tempfile.mkdtemp(prefix="karvel-e2e-"))
+        test.addCleanup(self.remove)
+        self.base.chmod(0o755)
+        self.folder = self.base / "shop"
+        self.out = self.base / "out"
+        self.out.mkdir()
+        subprocess.run([SAMPLE_SHOP, "--folder", self.folder, "--out-folder", self.out,
+                        "--day", DAY, *options], check=True)
+        # By another process: a descriptor for writing that a fork of this one inherits would keep
+        # the copy from being started.
+        subprocess.run(["cp", PROGRAM, self.folder / "karvel"], check=True)
+
+    def remove(self):
+        for folder, _, _ in os.walk(self.base):
+            os.chmod(folder, 0o755)
+        shutil.rmtree(self.base)
+
+    @property
+    def own_settings(self):
+        return self.folder / "karvel.hnb"
+
+    @property
+    def ticket_settings(self):
+        return self.folder / "karvel.ini"
+
+    @property
+    def log_folder(self):
+        return self.folder / "Log"
+
+    def desk_file(self, desk):
+        return self.folder / "temp" / f"{DAY}_{desk}.tmp"
+
+    def setting(self, key, file=None):
+        """The value of a key, or None."""
+        text = (file or self.own_settings).read_bytes().decode(CODE_PAGE)
+        match = re.search(rf"^{key}=([^\r\n]*)", text, re.MULTILINE)
+        return match[1] if match else None
+
+    def set(self, key, value):
+        """Changes an existing key of the own settings."""
+        text = self.own_settings.read_bytes().decode(CODE_PAGE)
+        text, count = re.subn(rf"^({key}=)[^\r\n]*", lambda match: match[1] + value, text,
+                              flags=re.MULTILINE)
+        self.test.assertEqual(count, 1, key)
+        self.own_settings.write_bytes(text.encode(CODE_PAGE))
+
+    def log_messages(self):
+        """The run log's messages; the time stamps are checked and left out."""
+        messages = []
+        for log in sorted(self.log_folder.iterdir()):
+            text = log.read_bytes().decode(CODE_PAGE)
+            self.test.assertTrue(text.endswith("\r\n"), text)
+            for line in text.removesuffix("\r\n").split("\r\n"):
+                stamp, message = line.split("\t")
+                time.strptime(stamp, "%Y/%m/%d %H:%M:%S")
+                messages.append(message)
+        return messages
+
+    def names(self):
+        """What stands in the program's folder."""
+        return sorted(path.name for path in self.folder.iterdir())
+
+    def delivered(self):
+        """Name and content of every file in the output folder."""
+        return {path.name: path.read_bytes() for path in self.out.iterdir()}
+
+    def start(self, *arguments, through=()):
+        """Starts the program; `through` is a command that starts it in its turn."""
+        if ORDINARY_USER is not None:
+            subprocess.run(["chown", "-R", f"{ORDINARY_USER}:{ORDINARY_USER}", self.base],
+                           check=True)
+        return Run(self, arguments, through)
+
+    def send_once(self, **how):
+        """A whole life of the program: start, send on request, end in order."""
+        run = self.start(**how)
+        run.wait_for_start()
+        run.request("FTP EXIT", 1)
+        run.expect_end()
+
+
+class Run:
+    """One running program."""
+
+    def __init__(self, shop, arguments, through):
+        self.shop = shop
+        self.test = shop.test
+        environment = {key: value for key, value in os.environ.items()
+                       if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
+        ordinary = {}
+        if ORDINARY_USER is not None:
+            ordinary = {"user": ORDINARY_USER, "group": ORDINARY_USER, "extra_groups": []}
+        self.process = subprocess.Popen(
+            [*through, shop.folder / "karvel", *arguments], cwd="/", env=environment,
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+            restore_signals=False, **ordinary)
+        self.test.addCleanup(self.stop)
+
+    def stop(self):
+        self.process.kill()
+        self.process.communicate()
+
+    def running(self):
+        return self.process.poll() is None
+
+    def wait_until(self, condition, what, seconds=START_SECONDS):
+        deadline = time.monotonic() + seconds
+        while not condition():
+            if not self.running():
+                self.test.fail(f"ended before: {what}: {self.process.communicate()}")
+            if time.monotonic() > deadline:
+                self.test.fail(f"not in {seconds} s: {what}")
+            time.sleep(0.05)
+
+    def wait_for_start(self):
+        """Waits until the start has reset the request keys, FTP INIT last."""
+        self.wait_until(lambda: self.shop.setting("FTP INIT") == "0", "request keys reset")
+
+    def wait_for_tick(self):
+        """Waits until a tick has answered a settings request."""
+        self.request("FTP INIT", 1)
+        self.wait_until(lambda: self.shop.setting("FTP INIT") == "0", "settings request answered")
+
+    def request(self, key, value):
+        """Puts a digit in place of the digit that a request key holds."""
+        position = self.shop.own_settings.read_bytes().index(f"{key}=".encode()) + len(key) + 1
+        with open(self.shop.own_settings, "r+b", buffering=0) as file:
+            os.pwrite(file.fileno(), str(value).encode(), position)
+
+    def signal(self, number=signal.SIGTERM):
+        self.process.send_signal(number)
+
+    def expect_end(self, status=0, error="", seconds=END_SECONDS):
+        """The program ends by itself with this status, and has said only this."""
+        try:
+            output, errors = self.process.communicate(timeout=seconds)
+        except subprocess.TimeoutExpired:
+            self.test.fail(f"still running after {seconds} s")
+        self.test.assertEqual((self.process.returncode, output, errors.decode()),
+                              (status, b"", error))
