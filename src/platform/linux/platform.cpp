@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "platform/linux/curl_internet.h"
 #include "platform/linux/folder_lock_instance.h"
 #include "platform/linux/headless_desktop.h"
 #include "platform/linux/ini_profile.h"
@@ -38,6 +39,7 @@ Platform makePlatform(int argc, char** argv) {
   platform.clock = std::make_unique<SystemClock>();
   platform.files = std::make_unique<PosixFiles>();
   platform.profile = std::make_unique<IniProfile>();
+  platform.internet = std::make_unique<CurlInternet>();
   platform.instance = std::make_unique<FolderLockInstance>();
   platform.desktop = makeDesktop();
   return platform;

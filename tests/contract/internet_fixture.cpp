@@ -1,0 +1,47 @@
+#include "contract/internet_fixture.h"
+
+#include <fstream>
+
+namespace karvel {
+
+Internet::Account InternetTest::account() const {
+  const bool ipv6 = server_.options().family == TestSocket::Family::kIpv6;
+  return {ipv6 ? "::1" : "127.0.0.1", server_.port(), server_.options().user,
+          server_.options().password};
+}
+
+Internet::Handle InternetTest::connect(std::uint32_t flags) {
+  return internet_->connect(root_, account(), flags);
+}
+
+void InternetTest::setTimeLimits(std::uint32_t milliseconds) {
+  internet_->setOption(root_, Internet::kOptionConnectTimeout, milliseconds);
+  internet_->setOption(root_, Internet::kOptionReceiveTimeout, milliseconds);
+}
+
+std::string InternetTest::localFile(const std::string& content) {
+  const std::string path = folder_.path("upload.bin");
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
+  return path;
+}
+
+bool InternetTest::put(Handle session, const std::string& content, const std::string& remoteName,
+                       std::uint32_t type) {
+  return internet_->putFile(session, localFile(content), remoteName, type);
+}
+
+InternetTest::Names InternetTest::list(Handle session, Internet::ErrorNumber* end) {
+  Names names;
+  Internet::FindData entry;
+  const Handle find = internet_->findFirst(session, "*.*", entry);
+  bool found = find != 0;
+  while (found) {
+    names.push_back(entry.name);
+    found = internet_->findNext(find, entry);
+  }
+  if (end != nullptr) *end = internet_->lastError();
+  if (find != 0) internet_->close(find);
+  return names;
+}
+
+}  // namespace karvel

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <utility>
+
+namespace karvel {
+
+/// What a scripted FTP server does wrong with one command. Made by its named functions.
+struct FtpFault {
+  enum class Kind {
+    kNone,
+    kRefuse,
+    kReplaceReply,
+    kDelay,
+    kDropBefore,
+    kDropAfter,
+    kReset,
+    kStall,
+    kSplitReply,
+    kEndlessReply,
+    kCutTransfer,
+    kDropTransfer,
+    kStallTransfer,
+  };
+
+  Kind kind = Kind::kNone;
+  std::string text;
+  std::chrono::milliseconds time{0};
+  std::size_t bytes = 0;
+
+  /// The command is not carried out; this is the answer.
+  static FtpFault refuse(std::string reply) { return {Kind::kRefuse, std::move(reply), {}, 0}; }
+  /// The command is carried out, but its last reply is these bytes (a line end is added).
+  static FtpFault replaceReply(std::string bytes) {
+    return {Kind::kReplaceReply, std::move(bytes), {}, 0};
+  }
+  /// The command is carried out that much later.
+  static FtpFault delay(std::chrono::milliseconds time) { return {Kind::kDelay, {}, time, 0}; }
+  /// The control connection ends instead of the command.
+  static FtpFault dropBefore() { return {Kind::kDropBefore, {}, {}, 0}; }
+  /// The command is carried out and answered, then the control connection ends.
+  static FtpFault dropAfter() { return {Kind::kDropAfter, {}, {}, 0}; }
+  /// Like dropBefore(), with a reset.
+  static FtpFault reset() { return {Kind::kReset, {}, {}, 0}; }
+  /// No answer ever; the connection stays.
+  static FtpFault stall() { return {Kind::kStall, {}, {}, 0}; }
+  /// The replies arrive byte by byte.
+  static FtpFault splitReply() { return {Kind::kSplitReply, {}, {}, 0}; }
+  /// The same bytes again and again, with a pause between them, as long as the client is there.
+  static FtpFault endlessReply(std::string bytes, std::chrono::milliseconds pause) {
+    return {Kind::kEndlessReply, std::move(bytes), pause, 0};
+  }
+  /// The data connection ends after so many bytes; the server then says so.
+  static FtpFault cutTransfer(std::size_t bytes) {
+    return {Kind::kCutTransfer, "426 Data connection closed.", {}, bytes};
+  }
+  /// Both connections end after so many bytes of data.
+  static FtpFault dropTransfer(std::size_t bytes) { return {Kind::kDropTransfer, {}, {}, bytes}; }
+  /// The server does nothing more after so many bytes of data.
+  static FtpFault stallTransfer(std::size_t bytes) { return {Kind::kStallTransfer, {}, {}, bytes}; }
+};
+
+}  // namespace karvel
