@@ -48,6 +48,17 @@ bool writeAll(int descriptor, std::string_view content) {
   return true;
 }
 
+/// Hands the rest of the file over piece by piece; false when it cannot be read to its end or
+/// `take` has had enough.
+bool readAll(int descriptor, const std::function<bool(std::string_view)>& take) {
+  std::vector<char> buffer(kPieceSize);
+  while (true) {
+    const ssize_t count = readSome(descriptor, buffer.data(), buffer.size());
+    if (count <= 0) return count == 0;
+    if (!take({buffer.data(), static_cast<std::size_t>(count)})) return false;
+  }
+}
+
 bool isReadOnly(const std::string& path) {
   struct stat status {};
   return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IWUSR) == 0;
@@ -77,25 +88,24 @@ bool PosixFiles::exists(const std::string& path) {
 }
 
 std::optional<std::string> PosixFiles::read(const std::string& path, std::size_t limit) {
+  const FileDescriptor file = openForReading(path);
+  if (!file.valid()) return std::nullopt;
   std::string content;
-  bool fits = true;
-  const bool complete = readPieces(path, [&](std::string_view piece) {
-    fits = fits && piece.size() <= limit - content.size();
-    if (fits) content.append(piece);
+  const bool complete = readAll(file.get(), [&](std::string_view piece) {
+    if (piece.size() > limit - content.size()) return false;
+    content.append(piece);
+    return true;
   });
-  if (!complete || !fits) return std::nullopt;
+  if (!complete) return std::nullopt;
   return content;
 }
 
 bool PosixFiles::readPieces(const std::string& path, const Consumer& consumer) {
   const FileDescriptor file = openForReading(path);
-  if (!file.valid()) return false;
-  std::vector<char> buffer(kPieceSize);
-  while (true) {
-    const ssize_t count = readSome(file.get(), buffer.data(), buffer.size());
-    if (count <= 0) return count == 0;
-    consumer({buffer.data(), static_cast<std::size_t>(count)});
-  }
+  return file.valid() && readAll(file.get(), [&](std::string_view piece) {
+           consumer(piece);
+           return true;
+         });
 }
 
 bool PosixFiles::write(const std::string& path, std::string_view content) {
@@ -132,13 +142,9 @@ bool PosixFiles::copy(const std::string& source, const std::string& target) {
   FileDescriptor to = openForWriting(target, O_TRUNC);
   if (!to.valid()) return false;
 
-  std::vector<char> buffer(kPieceSize);
-  ssize_t count = 0;
-  bool good = true;
-  while (good && (count = readSome(from.get(), buffer.data(), buffer.size())) > 0) {
-    good = writeAll(to.get(), {buffer.data(), static_cast<std::size_t>(count)});
-  }
-  good = to.close() && good && count == 0;
+  const bool copied =
+      readAll(from.get(), [&](std::string_view piece) { return writeAll(to.get(), piece); });
+  const bool good = to.close() && copied;
   if (!good) unlink(target.c_str());
   return good;
 }

@@ -33,9 +33,16 @@ Win32Handle openForReading(const std::string& path) {
   return openFile(path, GENERIC_READ, kShareAll, OPEN_EXISTING);
 }
 
-/// An existing file keeps its attributes, hidden and system too.
-Win32Handle openForWriting(const std::string& path, DWORD access) {
-  return openFile(path, access, FILE_SHARE_READ, OPEN_ALWAYS);
+bool isReadOnly(const std::string& path) {
+  const DWORD bits = GetFileAttributesW(toWide(path).c_str());
+  return bits != INVALID_FILE_ATTRIBUTES && (bits & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+/// An existing file keeps its attributes, hidden and system too. Not every file system refuses a
+/// read-only file to a super user.
+Win32Handle openForWriting(const std::string& path, DWORD access, DWORD share) {
+  if (isReadOnly(path)) return {};
+  return openFile(path, access, share, OPEN_ALWAYS);
 }
 
 bool writeAll(HANDLE file, std::string_view content) {
@@ -106,12 +113,12 @@ bool Win32Files::readPieces(const std::string& path, const Consumer& consumer) {
 }
 
 bool Win32Files::write(const std::string& path, std::string_view content) {
-  const Win32Handle file = openForWriting(path, GENERIC_WRITE);
+  const Win32Handle file = openForWriting(path, GENERIC_WRITE, FILE_SHARE_READ);
   return file && SetEndOfFile(file.get()) != FALSE && writeAll(file.get(), content);
 }
 
 bool Win32Files::append(const std::string& path, std::string_view content) {
-  const Win32Handle file = openForWriting(path, FILE_APPEND_DATA | SYNCHRONIZE);
+  const Win32Handle file = openForWriting(path, FILE_APPEND_DATA | SYNCHRONIZE, FILE_SHARE_READ);
   return file && writeAll(file.get(), content);
 }
 
@@ -131,7 +138,7 @@ bool Win32Files::copy(const std::string& source, const std::string& target) {
   if (!from) return false;
   {
     // Nobody else may have the target open, so a file is never copied onto itself.
-    const Win32Handle to = openFile(target, GENERIC_WRITE, 0, OPEN_ALWAYS);
+    const Win32Handle to = openForWriting(target, GENERIC_WRITE, 0);
     if (!to) return false;
     const bool copied =
         SetEndOfFile(to.get()) != FALSE &&

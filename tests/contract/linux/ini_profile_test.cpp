@@ -1,0 +1,75 @@
+#include "platform/linux/ini_profile.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <thread>
+
+#include "contract/scratch_folder.h"
+
+namespace karvel {
+namespace {
+
+mode_t permissionsOf(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
+}
+
+TEST(IniProfile, ANewFileIsForItsOwnerAlone) {
+  const ScratchFolder folder;
+  const std::string path = folder.path("karvel.hnb");
+  EXPECT_TRUE(IniProfile().write("S", "a", "1", path));
+  EXPECT_EQ(permissionsOf(path), 0600U);
+}
+
+TEST(IniProfile, AWriteKeepsPermissionsAndLinks) {
+  const ScratchFolder folder;
+  const std::string path = folder.add("karvel.ini", "[S]\r\na=1\r\n");
+  const std::string link = folder.path("link.ini");
+  ASSERT_EQ(chmod(path.c_str(), 0664), 0);
+  ASSERT_EQ(symlink("karvel.ini", link.c_str()), 0);
+  EXPECT_TRUE(IniProfile().write("S", "a", "2", link));
+  EXPECT_EQ(ScratchFolder::content(path), "[S]\r\na=2\r\n");
+  EXPECT_EQ(permissionsOf(path), 0664U);
+  struct stat status {};
+  ASSERT_EQ(lstat(link.c_str(), &status), 0);
+  EXPECT_TRUE(S_ISLNK(status.st_mode));
+}
+
+TEST(IniProfile, LeavesNothingBehindWhenItCannotWrite) {
+  const ScratchFolder folder;
+  const std::string pipe = folder.path("pipe.ini");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_FALSE(IniProfile().write("S", "a", "1", pipe));
+  EXPECT_EQ(IniProfile().read("S", "a", pipe, 256), "");
+  const std::string huge = folder.add("huge.ini", std::string(17U << 20U, 'x'));
+  EXPECT_FALSE(IniProfile().write("S", "a", "1", huge));
+  EXPECT_EQ(ScratchFolder::content(huge)->size(), 17U << 20U);
+  EXPECT_EQ(folder.entryCount(), 2U);
+}
+
+TEST(IniProfile, AReaderSeesTheOldFileOrTheNewOne) {
+  const ScratchFolder folder;
+  const std::string filler = "filler=" + std::string(20'000, 'x') + "\r\n";
+  const std::string head = "[S]\r\nrequest=";
+  const std::string path = folder.add("karvel.hnb", head + "0\r\n" + filler);
+  std::atomic<bool> done{false};
+  std::thread writer([&] {
+    for (int i = 1; i <= 200; ++i) {
+      EXPECT_TRUE(IniProfile().write("S", "request", std::to_string(i % 10), path));
+    }
+    done = true;
+  });
+  while (!done) {
+    const std::string content = ScratchFolder::content(path).value_or("no file");
+    const bool whole = content.size() == head.size() + 3 + filler.size() &&
+                       content.starts_with(head) && content.ends_with(filler);
+    if (!whole) ADD_FAILURE() << "read " << content.size() << " bytes";
+  }
+  writer.join();
+}
+
+}  // namespace
+}  // namespace karvel

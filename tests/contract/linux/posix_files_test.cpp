@@ -1,0 +1,71 @@
+#include "platform/linux/posix_files.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "contract/scratch_folder.h"
+
+namespace karvel {
+namespace {
+
+/// Lets no file grow beyond a size, as a full disk would, while it lives.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) : oldAction_(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &old_);
+    const rlimit lower{bytes, old_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &lower);
+  }
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &old_);
+    std::signal(SIGXFSZ, oldAction_);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+ private:
+  rlimit old_{};
+  void (*oldAction_)(int);
+};
+
+TEST(PosixFiles, RefusesAPipeInsteadOfWaitingForIt) {
+  const ScratchFolder folder;
+  const std::string pipe = folder.path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  PosixFiles files;
+  EXPECT_EQ(files.read(pipe, 100), std::nullopt);
+  EXPECT_FALSE(files.readPieces(pipe, [](std::string_view) {}));
+  EXPECT_FALSE(files.write(pipe, "x"));
+  EXPECT_FALSE(files.append(pipe, "x"));
+  EXPECT_FALSE(files.copy(pipe, folder.path("copy")));
+  EXPECT_FALSE(files.copy(folder.add("file", "x"), pipe));
+}
+
+TEST(PosixFiles, ACopyThatDoesNotFitLeavesNoHalfFile) {
+  const ScratchFolder folder;
+  const std::string source = folder.add("source", std::string(600'000, 'x'));
+  const FileSizeLimit limit(300'000);
+  EXPECT_FALSE(PosixFiles().copy(source, folder.path("target")));
+  EXPECT_FALSE(folder.has("target"));
+  EXPECT_FALSE(PosixFiles().write(folder.path("written"), std::string(600'000, 'x')));
+}
+
+TEST(PosixFiles, ACopyOntoItselfUnderAnotherNameKeepsTheContent) {
+  const ScratchFolder folder;
+  const std::string file = folder.add("file", "content");
+  const std::string link = folder.path("link");
+  const std::string hardLink = folder.path("hard link");
+  ASSERT_EQ(symlink(file.c_str(), link.c_str()), 0);
+  ASSERT_EQ(::link(file.c_str(), hardLink.c_str()), 0);
+  for (const std::string& name : {link, hardLink}) {
+    EXPECT_FALSE(PosixFiles().copy(file, name));
+    EXPECT_EQ(ScratchFolder::content(file), "content");
+  }
+}
+
+}  // namespace
+}  // namespace karvel

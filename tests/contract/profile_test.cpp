@@ -1,0 +1,248 @@
+#include "platform/profile.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "contract/known_differences.h"
+#include "contract/ports.h"
+#include "contract/scratch_folder.h"
+#include "text/code_page.h"
+
+namespace karvel {
+namespace {
+
+using std::string_literals::operator""s;
+
+constexpr std::size_t kBufferSize = 256;
+
+class ProfileContract : public ::testing::Test {
+ protected:
+  [[nodiscard]] std::string valueIn(const std::string& content, const std::string& section,
+                                    const std::string& key) const {
+    return profile->read(section, key, folder.add("read.ini", content), kBufferSize);
+  }
+
+  /// The file's content after a write; a new file for each, so that no cache plays a part.
+  [[nodiscard]] std::string written(const std::string& content, const std::string& section,
+                                    const std::string& key, const std::string& value) {
+    const std::string path = folder.add("write" + std::to_string(++files_) + ".ini", content);
+    EXPECT_TRUE(profile->write(section, key, value, path));
+    return ScratchFolder::content(path).value_or("no file");
+  }
+
+  const ScratchFolder folder;
+  const std::unique_ptr<Profile> profile = makeProfile();
+
+ private:
+  int files_ = 0;
+};
+
+TEST_F(ProfileContract, FindsSectionsAndKeys) {
+  const struct {
+    std::string content;
+    std::string section;
+    std::string key;
+    std::string value;
+  } cases[] = {
+      {"[S]\r\nkey=value\r\n", "S", "key", "value"},
+      {"[FTP INFOMATION]\r\nFTP SEVE=host\r\n", "ftp infomation", "Ftp Seve", "host"},
+      {"[S]\r\nkey=value", "S", "key", "value"},
+      {"[S]\nkey=value\n", "S", "key", "value"},
+      {" \t[S]\t \r\n \tkey\t =\t value \t\r\n", "S", "key", "value"},
+      {"[ S ]\r\nkey=value\r\n", "S", "key", "value"},
+      {"[S]\r\nkey=a=b = c\r\n", "S", "key", "a=b = c"},
+      {"[S]\r\nkey=value ; no comment\r\n", "S", "key", "value ; no comment"},
+      {"[S]\r\n;key=comment\r\nkey=value\r\n", "S", "key", "value"},
+      {"[S]\r\nkey=first\r\nKEY=second\r\n", "S", "key", "first"},
+      {"[S]\r\nkey=first\r\n[T]\r\n[S]\r\nkey=second\r\n", "S", "key", "first"},
+      {"[S]\r\na=1\r\n[T]\r\n[S]\r\nkey=second\r\n", "S", "key", ""},
+      {"key=outside\r\n[S]\r\nkey=inside\r\n", "S", "key", "inside"},
+      {"[S]\r\nkeys=other\r\n", "S", "key", ""},
+      {"[T]\r\nkey=value\r\n", "S", "key", ""},
+      {"[S]\r\nkey=\r\n", "S", "key", ""},
+      {"[S]\r\nkey\r\n", "S", "key", ""},
+      {"", "S", "key", ""},
+      {"[S\r\nkey=value\r\n", "S", "key", ""},
+      {"\r\n\r\n[S]\r\n\r\nkey=value\r\n", "S", "key", "value"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(valueIn(c.content, c.section, c.key), c.value) << c.content;
+  }
+}
+
+TEST_F(ProfileContract, ALineWithoutEqualsSignIsNoKey) {
+  const bool isKey = differsHere(Difference::kLineWithoutEqualsIsAKey);
+  EXPECT_EQ(valueIn("[S]\r\nkey\r\nkey=value\r\n", "S", "key"), isKey ? "" : "value");
+}
+
+TEST_F(ProfileContract, TakesOnePairOfQuotesOffAValue) {
+  const struct {
+    std::string stored;
+    std::string value;
+  } cases[] = {
+      {"\"quoted\"", "quoted"},
+      {"'quoted'", "quoted"},
+      {" \" a \" ", " a "},
+      {"\"\"twice\"\"", "\"twice\""},
+      {"\"'mixed'\"", "'mixed'"},
+      {"\"open", "\"open"},
+      {"open\"", "open\""},
+      {"\"other'", "\"other'"},
+      {"\"", "\""},
+      {"\"\"", ""},
+      {"a\"b\"", "a\"b\""},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(valueIn("[S]\r\nkey=" + c.stored + "\r\n", "S", "key"), c.value) << c.stored;
+  }
+}
+
+// Characters whose second byte is "\", "[" or "]", and pairs of characters whose second bytes are
+// the two cases of one letter.
+constexpr const char* kHyou = "\x95\x5C";   // 表
+constexpr const char* kSo = "\x83\x5C";     // ソ
+constexpr const char* kOpen = "\x83\x5B";   // ゼ
+constexpr const char* kClose = "\x83\x5D";  // ゾ
+constexpr const char* kUpper = "\x83\x41";  // ァ, as "A"
+constexpr const char* kLower = "\x83\x61";  // チ, as "a"
+
+TEST_F(ProfileContract, TakesDoubleByteNamesCharacterByCharacter) {
+  for (const std::string name : {kHyou, kSo, kOpen, kClose, kUpper, kLower}) {
+    const std::string section = "[" + name + "]\r\n";
+    EXPECT_EQ(valueIn("[x]\r\nk=0\r\n" + section + "k=1\r\n", name, "k"), "1") << name;
+    EXPECT_EQ(valueIn("[S]\r\nx=0\r\n" + name + "=1\r\n", "S", name), "1") << name;
+    EXPECT_EQ(valueIn("[S]\r\nk=" + name + "\r\n", "S", "k"), name) << name;
+    EXPECT_EQ(written(section + "k=1\r\n", name, "k", name), section + "k=" + name + "\r\n");
+    EXPECT_EQ(written("[S]\r\n" + name + "=1\r\n", "S", name, "2"), "[S]\r\n" + name + "=2\r\n");
+  }
+  const std::string both = "[S]\r\n"s + kUpper + "=upper\r\n" + kLower + "=lower\r\n";
+  EXPECT_EQ(valueIn(both, "S", kUpper), "upper");
+  EXPECT_EQ(valueIn(both, "S", kLower), "lower");
+}
+
+std::string repeated(std::string_view text, int count) {
+  std::string result;
+  while (count-- > 0) result.append(text);
+  return result;
+}
+
+TEST_F(ProfileContract, CutsAValueToItsBuffer) {
+  const std::string path = folder.add("long.ini", "[S]\r\nkey=" + std::string(300, 'x') +
+                                                      "\r\nname=" + std::string(150, '\xB1') +
+                                                      std::string(150, 'y') + "\r\n");
+  EXPECT_EQ(profile->read("S", "key", path, 256), std::string(255, 'x'));
+  EXPECT_EQ(profile->read("S", "name", path, 256),
+            std::string(150, '\xB1') + std::string(105, 'y'));
+  const std::string kanji = folder.add("kanji.ini", "[S]\r\nkey=" + repeated(kHyou, 150) + "\r\n");
+  EXPECT_EQ(fromCodePage932(profile->read("S", "key", kanji, 256)), repeated("表", 127))
+      << "half a character at the end";
+  EXPECT_EQ(profile->read("S", "key", path, 1), "");
+  EXPECT_EQ(profile->read("S", "key", path, 0), "");
+}
+
+TEST_F(ProfileContract, ReadsWhatItHasWritten) {
+  const std::string path = folder.path("new.ini");
+  const struct {
+    std::string key;
+    std::string value;
+  } cases[] = {{"GRUP NAME", "\x82\xE9\x82\xE8\x82\xCD\x82\xC8\x83\x8A\x83\x93\x83\x4E"},
+               {"HST FOLD", "C:\\a b\\\x95\x5C"},
+               {"FTP PASS", "a;b=c[d]%"},
+               {"FTP FOLD", ""}};
+  for (const auto& c : cases) EXPECT_TRUE(profile->write("FTP INFOMATION", c.key, c.value, path));
+  for (const auto& c : cases)
+    EXPECT_EQ(profile->read("FTP INFOMATION", c.key, path, kBufferSize), c.value);
+}
+
+TEST_F(ProfileContract, AMissingFileHasNoValues) {
+  EXPECT_EQ(profile->read("S", "key", folder.path("missing.ini"), kBufferSize), "");
+  EXPECT_EQ(profile->read("S", "key", folder.path("missing/x.ini"), kBufferSize), "");
+  EXPECT_EQ(profile->read("S", "key", folder.path(), kBufferSize), "");
+  EXPECT_FALSE(folder.has("missing.ini"));
+}
+
+TEST_F(ProfileContract, CreatesFileSectionAndKey) {
+  const std::string path = folder.path("new.ini");
+  EXPECT_TRUE(profile->write("S", "a", "1", path));
+  EXPECT_EQ(ScratchFolder::content(path), "[S]\r\na=1\r\n");
+  EXPECT_EQ(written("[S]\r\na=1\r\n", "S", "b", "2"), "[S]\r\na=1\r\nb=2\r\n");
+  EXPECT_EQ(written("[S]\r\na=1\r\n[T]\r\nc=3\r\n", "S", "b", "2"),
+            "[S]\r\na=1\r\nb=2\r\n[T]\r\nc=3\r\n");
+  EXPECT_EQ(written("[S]\r\na=1\r\n", "T", "b", "2"), "[S]\r\na=1\r\n[T]\r\nb=2\r\n");
+  EXPECT_EQ(written("[S]\r\na=1", "S", "b", "2"), "[S]\r\na=1\r\nb=2\r\n");
+}
+
+TEST_F(ProfileContract, ReplacesAValueInItsPlace) {
+  EXPECT_EQ(written("[S]\r\na=1\r\nb=2\r\na=3\r\n", "S", "A", "new"),
+            "[S]\r\na=new\r\nb=2\r\na=3\r\n");
+  EXPECT_EQ(written("[S]\r\na=1\r\n[T]\r\na=2\r\n", "t", "a", ""), "[S]\r\na=1\r\n[T]\r\na=\r\n");
+}
+
+TEST_F(ProfileContract, KeepsEveryOtherLine) {
+  const std::string before =
+      "; a comment\r\nouter=0\r\n[S]\r\n; another\r\nno equals sign\r\n=no "
+      "key\r\n\"q\"='value'\r\n";
+  const std::string after = "same=1\r\nsame=2\r\n[T]\r\n[S]\r\na=other\r\n; the end\r\n";
+  EXPECT_EQ(written(before + "a=1\r\n" + after, "S", "a", "2"), before + "a=2\r\n" + after);
+}
+
+TEST_F(ProfileContract, KeepsTheLayoutOfEveryOtherLine) {
+  const bool normalizes = differsHere(Difference::kProfileWriteNormalizesLines);
+  const std::string before = "; odd = comment\r\n\r\n[ S ] rest\r\n  odd \t=  blanks \t\r\n";
+  const std::string after = "\t\r\n\r\n[T]\nline feeds=1\nno end";
+  EXPECT_EQ(written(before + "a=1\r\n" + after, "S", "a", "2"),
+            normalizes ? "; odd=comment\r\n[S]\r\nodd=blanks\r\na=2\r\n[T]\r\n"
+                         "line feeds=1\r\nno end\r\n"
+                       : before + "a=2\r\n" + after);
+  EXPECT_EQ(written("[S]\r\na=1", "S", "a", "22"), normalizes ? "[S]\r\na=22\r\n" : "[S]\r\na=22");
+}
+
+TEST_F(ProfileContract, RefusesWhatCannotBeWritten) {
+  const std::string path = folder.add("file.ini", "[S]\r\na=1\r\n");
+  const auto files = makeFiles();
+  ASSERT_TRUE(files->setAttributes(path, Files::kReadOnly));
+  EXPECT_FALSE(profile->write("S", "a", "2", path));
+  EXPECT_EQ(ScratchFolder::content(path), "[S]\r\na=1\r\n");
+  ASSERT_TRUE(files->setAttributes(path, Files::kNormal));
+  EXPECT_TRUE(profile->write("S", "a", "2", path));
+
+  EXPECT_FALSE(profile->write("S", "a", "1", folder.path("missing folder/file.ini")));
+  EXPECT_FALSE(profile->write("S", "a", "1", folder.addFolder("a folder")));
+}
+
+TEST_F(ProfileContract, TakesPathsBeyondItsCodePage) {
+  const ScratchFolder korean("한글 😀");
+  const std::string path = korean.path("새 파일.ini");
+  EXPECT_EQ(profile->read("S", "a", path, kBufferSize), "");
+  EXPECT_TRUE(profile->write("S", "a", "1", korean.path("karvel.hnb")));
+  EXPECT_TRUE(korean.has("karvel.hnb"));
+  korean.add("새 파일.ini", "[S]\r\na=1\r\n");
+  EXPECT_TRUE(profile->write("S", "a", "2", path));
+  EXPECT_EQ(profile->read("S", "a", path, kBufferSize), "2");
+}
+
+TEST_F(ProfileContract, SeesWhatOthersHaveWritten) {
+  const std::string path = folder.path("shared.ini");
+  for (const std::string value : {"1", "2", "3"}) {
+    folder.add("shared.ini", "[S]\r\nown=0\r\nrequest=" + value + "\r\n");
+    EXPECT_EQ(profile->read("S", "request", path, kBufferSize), value);
+    EXPECT_TRUE(profile->write("S", "own", value, path));
+  }
+  EXPECT_EQ(ScratchFolder::content(path), "[S]\r\nown=3\r\nrequest=3\r\n");
+}
+
+TEST_F(ProfileContract, SurvivesFilesThatAreNoProfileFiles) {
+  std::string binary;
+  for (int i = 0; i < 100'000; ++i) binary.push_back(static_cast<char>(i * 7 + i / 251));
+  const std::string gigantic(20'000'000, 'x');
+  for (const std::string& content : {binary, "\0\0\0\0"s, "[S]\r\nkey="s, std::string(50'000, '['),
+                                     std::string(50'000, '='), "[S]\r\n" + gigantic}) {
+    EXPECT_EQ(valueIn(content, "S", "key"), "");
+  }
+  const std::string line(1'000'000, 'y');
+  EXPECT_EQ(valueIn("[S]\r\n" + line + "\r\nkey=value\r\n", "S", "key"), "value");
+}
+
+}  // namespace
+}  // namespace karvel

@@ -1,0 +1,21 @@
+#include "contract/ports.h"
+
+#include "platform/windows/mutex_instance.h"
+#include "platform/windows/win32_files.h"
+#include "platform/windows/win32_profile.h"
+
+namespace karvel {
+
+std::unique_ptr<Files> makeFiles() {
+  return std::make_unique<Win32Files>();
+}
+
+std::unique_ptr<Profile> makeProfile() {
+  return std::make_unique<Win32Profile>();
+}
+
+std::unique_ptr<Instance> makeInstance() {
+  return std::make_unique<MutexInstance>();
+}
+
+}  // namespace karvel
