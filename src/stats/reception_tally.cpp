@@ -1,9 +1,12 @@
 #include "stats/reception_tally.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <optional>
 
 #include "text/code_page.h"
+#include "text/eight_bytes.h"
 #include "text/numeric_value.h"
 #include "text/strings.h"
 
@@ -19,6 +22,7 @@ enum Field : std::size_t {
 };
 
 constexpr std::size_t kTimeLength = 8;  // hh:mm:ss
+constexpr int kSecondsPerHour = 3600;
 
 /// The hours at which one band ends and the next begins.
 constexpr std::array kBandEnds{9, 11, 13, 15, 17, 19, 21, 24};
@@ -28,22 +32,24 @@ constexpr bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-constexpr int twoDigits(const char* digits) {
-  return (digits[0] - '0') * 10 + (digits[1] - '0');
-}
+constexpr std::uint64_t kMidnight = 0x3030'3A30'303A'3030;  // 00:00:00
+constexpr std::uint64_t kLatest = 0x0905'0009'0500'0902;    // 29:59:59, above midnight
+constexpr std::uint64_t kUpToHighestBit = inEachPlace(0x7F) - kLatest;
 
 /// Seconds of a time written hh:mm:ss, the form of nearly every record; anything else is left to
-/// the general rule.
+/// the general rule. All characters are looked at in one step: there are two times per record.
 std::optional<int> writtenSeconds(std::string_view text) {
-  if (text.size() != kTimeLength || text[2] != ':' || text[5] != ':') return std::nullopt;
-  for (const std::size_t digit : {0, 1, 3, 4, 6, 7}) {
-    if (!isDigit(text[digit])) return std::nullopt;
-  }
-  const int hour = twoDigits(&text[0]);
-  const int minute = twoDigits(&text[3]);
-  const int second = twoDigits(&text[6]);
-  if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
-  return hour * 3600 + minute * 60 + second;
+  if (text.size() != kTimeLength) return std::nullopt;
+  // What each character is above that of midnight: a digit up to 9, a colon nothing.
+  const std::uint64_t above = eightBytes(text.data()) ^ kMidnight;
+  if ((((above + kUpToHighestBit) | above) & inEachPlace(0x80)) != 0) return std::nullopt;
+
+  const auto digit = [above](int place) { return static_cast<int>(above >> (8 * place) & 0xFF); };
+  const int hour = digit(0) * 10 + digit(1);
+  const int minute = digit(3) * 10 + digit(4);
+  const int second = digit(6) * 10 + digit(7);
+  if (hour > 23) return std::nullopt;
+  return hour * kSecondsPerHour + minute * 60 + second;
 }
 
 bool isAscii(std::string_view text) {
@@ -62,25 +68,16 @@ std::optional<double> leadingHour(std::string_view issueTime) {
   return numericValue(firstCharacters(text, 2));
 }
 
-}  // namespace
-
-bool ReceptionTally::split(std::string_view line, Fields& fields) {
-  // Byte by byte is safe: neither TAB nor blank is ever half of a double-byte character.
-  std::size_t count = 0;
-  std::size_t begin = 0;
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    if (line[i] != '\t') continue;
-    if (count == kFieldCount - 1) return false;
-    fields[count++] = line.substr(begin, i - begin);
-    begin = i + 1;
-  }
-  fields[count++] = line.substr(begin);
-  return count == kFieldCount;
+bool isPositive(std::string_view number) {
+  const bool isDigitAlone = number.size() == 1 && isDigit(number[0]);
+  return isDigitAlone ? number[0] != '0' : !number.empty() && numericValue(number) > 0;
 }
+
+}  // namespace
 
 void ReceptionTally::addLine(std::string_view line) {
   Fields fields;
-  if (!split(line, fields)) return;
+  if (!fields.split(line)) return;
   if (trimmed(fields[kHandledMarker]).empty()) {
     ++counts_.unhandled;
     return;
@@ -101,9 +98,13 @@ void ReceptionTally::addHandled(const Fields& fields) {
 
   if (!trimmed(fields[kMailMarker]).empty()) ++counts_.mail;
   const std::string_view reservations = trimmed(fields[kReservations]);
-  if (!reservations.empty() && numericValue(reservations) > 0) ++counts_.reservations;
+  if (isPositive(reservations)) ++counts_.reservations;
 
-  addToBand(issueTime);
+  if (issueWritten) {
+    addToBand(*issueWritten / kSecondsPerHour);
+  } else if (const auto hour = leadingHour(issueTime)) {
+    addToBand(*hour);
+  }
 
   if (callWritten) {
     callTimes_.addSeconds(*callWritten);
@@ -119,11 +120,9 @@ void ReceptionTally::addWait(int issueSeconds, int callSeconds) {
   longestWait_ = std::max(longestWait_, wait);
 }
 
-void ReceptionTally::addToBand(std::string_view issueTime) {
-  const auto hour = leadingHour(issueTime);
-  if (!hour) return;
+void ReceptionTally::addToBand(double hour) {
   for (std::size_t band = 0; band < kBandEnds.size(); ++band) {
-    if (*hour < kBandEnds[band]) {
+    if (hour < kBandEnds[band]) {
       ++counts_.band[band];
       return;
     }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <array>
 #include <string_view>
 
 #include "stats/call_times.h"
 #include "stats/desk_figures.h"
+#include "text/tab_fields.h"
 
 namespace karvel {
 
@@ -20,13 +20,11 @@ class ReceptionTally {
   [[nodiscard]] DeskFigures figures() const;
 
  private:
-  static constexpr std::size_t kFieldCount = 11;
-  using Fields = std::array<std::string_view, kFieldCount>;
+  using Fields = TabFields<11>;
 
-  static bool split(std::string_view line, Fields& fields);
   void addHandled(const Fields& fields);
   void addWait(int issueSeconds, int callSeconds);
-  void addToBand(std::string_view issueTime);
+  void addToBand(double hour);
 
   DeskFigures counts_;
   CallTimes callTimes_;

@@ -11,12 +11,6 @@ bool continuesCharacter(char byte) {
 
 }  // namespace
 
-std::string_view trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 std::string asciiLower(std::string_view text) {
   std::string lower(text);
   for (char& c : lower) {

@@ -6,7 +6,11 @@
 namespace karvel {
 
 /// Without the blanks (U+0020) at both ends.
-std::string_view trimmed(std::string_view text);
+inline std::string_view trimmed(std::string_view text) {
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  return text;
+}
 
 /// With the letters A to Z in lower case.
 std::string asciiLower(std::string_view text);
