@@ -72,10 +72,7 @@ void Control::setTabStops(std::vector<int> dialogUnits) {
 
 ControlArray::ControlArray(Form& form, std::string_view name) {
   for (const auto& control : form.controls()) {
-    if (control->row().name != name) continue;
-    const auto index = static_cast<std::size_t>(control->row().index);
-    if (controls_.size() <= index) controls_.resize(index + 1);
-    controls_[index] = control.get();
+    if (control->row().name == name) controls_.push_back(control.get());
   }
 }
 
@@ -86,8 +83,10 @@ Control& ControlArray::operator[](int index) const {
 }
 
 Control* ControlArray::find(int index) const {
-  const auto place = static_cast<std::size_t>(index);
-  return index >= 0 && place < controls_.size() ? controls_[place] : nullptr;
+  const auto found =
+      std::find_if(controls_.begin(), controls_.end(),
+                   [index](const Control* control) { return control->row().index == index; });
+  return found != controls_.end() ? *found : nullptr;
 }
 
 Form::Form(const FormTable& table) : table_(table), caption_(table.caption) {

@@ -136,7 +136,7 @@ class Control {
   std::vector<int> tabStops_;
 };
 
-/// The controls of one name, by index.
+/// The controls of one name, by index. Indexes may have gaps.
 class ControlArray {
  public:
   ControlArray(Form& form, std::string_view name);
