@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "text/numeric_value.h"
 #include "text/strings.h"
 
 namespace karvel {
@@ -14,9 +15,9 @@ std::string folderLine(const FTPFile& entry) {
   return "D " + entry.FileName + "\t \t" + formatDateMinute(entry.FileDate);
 }
 
-/// A whole number with a comma between groups of three digits.
+/// A whole number, not negative, with a comma between groups of three digits.
 std::string grouped(double number) {
-  std::string digits = std::to_string(std::llround(number));
+  std::string digits = decimalText(number);
   for (auto place = static_cast<std::ptrdiff_t>(digits.size()) - 3; place > 0; place -= 3) {
     digits.insert(static_cast<std::size_t>(place), ",");
   }

@@ -1,6 +1,8 @@
 #include "text/numeric_value.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <limits>
@@ -112,6 +114,14 @@ int wholeNumericValue(std::string_view text) {
   constexpr double kLowest = std::numeric_limits<int>::min();
   constexpr double kHighest = std::numeric_limits<int>::max();
   return static_cast<int>(std::clamp(std::round(numericValue(text)), kLowest, kHighest));
+}
+
+std::string decimalText(double number) {
+  std::array<char, std::numeric_limits<double>::max_exponent10 + 3> digits{};
+  const double whole = std::round(number) + 0.0;  // no "-0"
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), whole,
+                                 std::chars_format::fixed, 0);
+  return {digits.data(), end.ptr};
 }
 
 }  // namespace karvel

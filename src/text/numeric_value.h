@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace karvel {
@@ -14,5 +15,8 @@ double numericValue(std::string_view text);
 
 /// numericValue() to the nearest whole number, a half away from zero, kept within 32 bits.
 int wholeNumericValue(std::string_view text);
+
+/// A finite number, rounded to a whole one, in decimal digits however many they are.
+std::string decimalText(double number);
 
 }  // namespace karvel

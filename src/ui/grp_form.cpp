@@ -9,7 +9,7 @@ namespace {
 
 /// The whole number that a typed code stands for, in decimal, zero-padded to `width` digits.
 std::string paddedCode(const std::string& typed, std::size_t width) {
-  return zeroPadded(std::to_string(wholeNumericValue(trimmed(typed))), width);
+  return zeroPadded(decimalText(numericValue(trimmed(typed))), width);
 }
 
 }  // namespace
@@ -20,9 +20,7 @@ GrpForm::GrpForm(FtpForm& panel, IniRedWrt& settings, const std::string& program
       Command1(*this, "Command1"),
       panel_(panel),
       settings_(settings) {
-  for (const auto& control : controls()) {
-    Control* field = control.get();
-    if (field->row().kind != ControlKind::kTextBox) continue;
+  for (Control* field : Text1.all()) {
     field->onFocus = [field] { field->setSelection(0, characterCount(field->text())); };
   }
   for (Control* command : Command1.all()) {
