@@ -11,7 +11,6 @@ namespace karvel {
 namespace {
 
 constexpr std::size_t kNumberLength = 4;
-constexpr std::size_t kLargestFile = 1024 * 1024;
 
 }  // namespace
 
@@ -24,11 +23,11 @@ void ServerList::LoadServerList() {
   MailDomain = configured::kServiceDomain;
   FtpDomain = configured::kServiceDomain;
 
-  const auto content = files_.read(path_, kLargestFile);
-  if (!content) return;
   LineSplitter lines;
   const auto take = [this](std::string_view line) { takeLine(fromCodePage932(line)); };
-  lines.feed(*content, take);
+  const bool complete =
+      files_.readPieces(path_, [&](std::string_view piece) { lines.feed(piece, take); });
+  if (!complete) return;  // no list, or one that broke off: what it said until then holds
   lines.finish(take);
 
   updateDomain(section::kMail, MailDomain);
