@@ -15,7 +15,8 @@ class FakeInternet final : public Internet {
  public:
   struct Failure {
     ErrorNumber number = 0;  ///< 0: the call succeeds but has no effect
-    std::string response;    ///< the server's text, for kErrorExtended
+    std::string response{};  ///< the server's text, for kErrorExtended
+    ErrorNumber responseNumber = kErrorExtended;
   };
   using Folder = std::map<std::string, std::string>;  ///< names and contents of its files
 
@@ -50,7 +51,7 @@ class FakeInternet final : public Internet {
   Handle findFirst(Handle session, const std::string& pattern, FindData& entry) override;
   bool findNext(Handle find, FindData& entry) override;
   ErrorNumber lastError() override { return failure_.number; }
-  Response lastResponse() override { return {kErrorExtended, failure_.response}; }
+  Response lastResponse() override { return {failure_.responseNumber, failure_.response}; }
   std::string systemMessage(ErrorNumber number) override;
 
  private:

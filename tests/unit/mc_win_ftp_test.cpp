@@ -1,0 +1,249 @@
+#include "ftp/mc_win_ftp.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
+
+#include "fakes/fake_internet.h"
+#include "text/code_page.h"
+
+namespace karvel {
+namespace {
+
+using Failure = FakeInternet::Failure;
+using Failures = std::vector<std::pair<std::int32_t, std::string>>;
+
+class McWinFtpTest : public ::testing::Test {
+ protected:
+  FakeFiles files;
+  FakeInternet internet{files};
+  Failures failures;
+  std::unique_ptr<McWinFTP> ftp = make();
+
+  std::unique_ptr<McWinFTP> make() {
+    return std::make_unique<McWinFTP>(internet,
+                                      [this](std::int32_t number, const std::string& text) {
+                                        failures.emplace_back(number, text);
+                                      });
+  }
+  void open() {
+    ftp->OpenSession();
+    internet.calls.clear();
+  }
+  void failEverything(const Failure& failure) {
+    internet.fault = [failure](const std::string&) { return failure; };
+  }
+  void list(const std::vector<Internet::FindData>& entries) { internet.extraEntries = entries; }
+};
+
+TEST_F(McWinFtpTest, NamesEveryFailureInJapanese) {
+  const std::string noText = "エラーが発生しています。";
+  const struct {
+    Failure failure;
+    std::int32_t number;
+    std::string text;
+  } cases[] = {
+      {{12002}, 12002, "要求がタイムアウトになりました。"},
+      {{12004}, 12004, "内部エラーが発生しました。"},
+      {{12007}, 12007, "サーバー名を解決できませんでした。"},
+      {{12013}, 12013, "ユーザー名が不明です。"},
+      {{12014}, 12014, "パスワードが不明です。"},
+      {{12015}, 12015, "ログオン要求に失敗しました。"},
+      {{12016}, 12016, "要求された操作は無効です。"},
+      {{12023}, 12023, "ネットワークにアクセスできませんでした。"},
+      {{12027}, 12027, "要求の形式が無効です。"},
+      {{12028}, 12028, "要求されたアイテムが見つかりませんでした。"},
+      {{12029}, 12029, "サーバー接続に失敗しました。"},
+      {{12030}, 12030, "サーバー接続が切断されました。"},
+      {{12031}, 12031, "サーバー接続がリセットされました。"},
+      {{12003, toCodePage932("550 表示できません"), 12111}, 12111, "550 表示できません"},
+      {{12003, "", 12111}, 12111, noText},
+      {{5}, 5, "アクセスが拒否されました。"},
+      {{77}, 77, noText},
+  };
+  open();
+  for (const auto& c : cases) {
+    failEverything(c.failure);
+    failures.clear();
+    EXPECT_EQ(ftp->DeleteFile("a"), 0);
+    EXPECT_EQ(failures, (Failures{{c.number, c.text}}));
+  }
+}
+
+TEST_F(McWinFtpTest, AnnouncesAFailureOfEveryCallOnceBeforeItReturns) {
+  open();
+  failEverything({12002});
+  const std::function<void()> operations[] = {
+      [&] { ftp->CurDir("a"); },
+      [&] { EXPECT_EQ(ftp->CurDir(), ""); },
+      [&] { EXPECT_EQ(ftp->PutFile("a", "b"), 0); },
+      [&] { EXPECT_EQ(ftp->RenameFile("a", "b"), 0); },
+      [&] { EXPECT_EQ(ftp->DeleteFile("a"), 0); },
+      [&] { ftp->FindFile("*.*"); },
+      [&] { ftp->CloseSession(); },
+      [&] { ftp->OpenSession(); },
+      [&] { ftp = make(); },  // the old one's session is gone, its library closes in vain
+  };
+  std::size_t expected = 0;
+  for (const auto& operation : operations) {
+    operation();
+    EXPECT_GT(failures.size(), expected);
+    expected = failures.size();
+  }
+  EXPECT_EQ(expected, std::size(operations) + 1) << "the last one opens and closes a library";
+}
+
+TEST_F(McWinFtpTest, LimitsConnectAndAnswerToTenSeconds) {
+  const std::map<std::uint32_t, std::uint32_t> expected{{2, 10000}, {6, 10000}};
+  EXPECT_EQ(internet.options, expected);
+}
+
+TEST_F(McWinFtpTest, KeepsThePortInItsRange) {
+  EXPECT_EQ(ftp->Inet_FtpPort(), 21);
+  const std::pair<std::int32_t, std::int32_t> cases[] = {
+      {60000, 60000}, {60001, 21}, {2121, 2121}, {20, 21}, {21, 21}, {0, 21}, {-2121, 21}};
+  for (const auto& [written, read] : cases) {
+    ftp->Inet_FtpPort(written);
+    EXPECT_EQ(ftp->Inet_FtpPort(), read) << written;
+  }
+}
+
+TEST_F(McWinFtpTest, ConnectsWithTheAccountAsItWasSet) {
+  EXPECT_FALSE(ftp->PassiveFlag());
+  ftp->OpenSession();
+  EXPECT_EQ(internet.connectFlags, 0U);
+  EXPECT_EQ(internet.account.port, 21);
+  for (const auto& part :
+       {internet.account.host, internet.account.user, internet.account.password}) {
+    EXPECT_FALSE(part.has_value()) << "an empty text is absent";
+  }
+
+  ftp->RemoteHost("host");
+  ftp->User("利用者");
+  ftp->Password("secret");
+  ftp->PassiveFlag(true);
+  ftp->Inet_FtpPort(60000);
+  ftp->OpenSession();
+  EXPECT_TRUE(ftp->PassiveFlag());
+  EXPECT_EQ(internet.connectFlags, 0x18000000U);
+  EXPECT_EQ(internet.account.host, "host");
+  EXPECT_EQ(internet.account.user, toCodePage932("利用者"));
+  EXPECT_EQ(internet.account.password, "secret");
+  EXPECT_EQ(internet.account.port, 60000);
+
+  ftp->PassiveFlag(false);
+  ftp->User("");
+  ftp->OpenSession();
+  EXPECT_FALSE(ftp->PassiveFlag());
+  EXPECT_EQ(internet.connectFlags, 0x10000000U);
+  EXPECT_FALSE(internet.account.user.has_value());
+  EXPECT_EQ(ftp->User(), "");
+}
+
+TEST_F(McWinFtpTest, TakesOneLeadingSeparatorOffAFolder) {
+  open();
+  const std::pair<std::string, std::string> cases[] = {
+      {"/a/b", "a/b"}, {"\\a", "a"}, {"//a", "/a"},     {"a/", "a/"},
+      {"/", ""},       {"", ""},     {"表/ソ", "表/ソ"}};  // second bytes 0x5C in the code page
+  for (const auto& [written, sent] : cases) {
+    ftp->CurDir(written);
+    EXPECT_EQ(internet.calls.back(), "cd " + toCodePage932(sent)) << written;
+  }
+}
+
+TEST_F(McWinFtpTest, SendsAsTextOnlyWhenAskedTo) {
+  open();
+  files.files["a"] = {};
+  for (const std::int32_t transfer : {0, 1, 2, -1}) {
+    EXPECT_NE(ftp->PutFile("a", "b", transfer), 0);
+    EXPECT_EQ(internet.transferTypes["b"], transfer == 1 ? 1U : 2U) << transfer;
+  }
+}
+
+TEST_F(McWinFtpTest, EnumeratesUntilTheEndWithoutAFailure) {
+  open();
+  ftp->FindFile("*.*");
+  EXPECT_TRUE(ftp->RemoteFile->SearchEnd) << "an empty folder";
+
+  internet.folders["/"] = {{"a", ""}, {"b", ""}};
+  std::string names;
+  for (ftp->FindFile("*.*"); !ftp->RemoteFile->SearchEnd; ftp->NextFile()) {
+    names += ftp->RemoteFile->FileName;
+  }
+  EXPECT_EQ(names, "ab");
+  EXPECT_TRUE(failures.empty());
+
+  internet.calls.clear();
+  ftp->NextFile();
+  EXPECT_TRUE(internet.calls.empty()) << "after the end the server is not asked again";
+  ftp->FindFile("*.*");
+  EXPECT_EQ(internet.calls, (std::vector<std::string>{"close", "list"}));
+  EXPECT_FALSE(ftp->RemoteFile->SearchEnd);
+}
+
+TEST_F(McWinFtpTest, EndsAnEnumerationThatFails) {
+  open();
+  internet.folders["/"] = {{"a", ""}, {"b", ""}};
+  ftp->FindFile("*.*");
+  failEverything({12031});
+  ftp->NextFile();
+  EXPECT_TRUE(ftp->RemoteFile->SearchEnd);
+  EXPECT_EQ(failures.size(), 1U);
+  ftp->NextFile();
+  EXPECT_EQ(failures.size(), 1U);
+}
+
+TEST_F(McWinFtpTest, TakesOverWhatTheServerLists) {
+  constexpr std::uint64_t kMoment = 133497831599999999;  // 2024-01-15 09:05:59.9999999
+  const struct {
+    Internet::FindData listed;
+    double size;
+    std::int32_t type;
+  } cases[] = {
+      {{16, kMoment, 0, 0, "x"}, 0, 16},
+      {{0x11, kMoment, 0, 0x80000000, "x"}, 2147483648.0, 0},
+      {{0x30, kMoment, 1, 0, "x"}, 4294967296.0, 0},
+      {{0, kMoment, 1, 0xFFFFFFFF, "x"}, 8589934591.0, 0},
+  };
+  open();
+  for (const auto& c : cases) {
+    list({c.listed});
+    ftp->FindFile("*.*");
+    EXPECT_EQ(ftp->RemoteFile->FileSize, c.size);
+    EXPECT_EQ(ftp->RemoteFile->FileType, c.type);
+    EXPECT_EQ(ftp->RemoteFile->FileDate, (DateTime{2024, 1, 15, 9, 5, 59}));
+  }
+  list({{16, 0, 0, 0, toCodePage932("表")}});
+  ftp->FindFile("*.*");
+  EXPECT_EQ(ftp->RemoteFile->FileName, "表");
+}
+
+TEST_F(McWinFtpTest, KeepsAHandleThatWouldNotClose) {
+  internet.folders["/"] = {{"a", ""}};
+  open();
+  ftp->FindFile("*.*");
+  failEverything({6});
+  ftp->CloseSession();
+  EXPECT_NE(ftp->hFTP(), 0U);
+  EXPECT_EQ(failures.size(), 2U) << "enumeration and session";
+
+  internet.fault = nullptr;
+  ftp->CloseSession();
+  EXPECT_EQ(ftp->hFTP(), 0U);
+  EXPECT_EQ(failures.size(), 2U);
+  ftp.reset();
+  EXPECT_EQ(internet.openHandles, 0);
+}
+
+TEST_F(McWinFtpTest, LeavesNothingOpenWhenItIsReleased) {
+  internet.folders["/"] = {{"a", ""}};
+  open();
+  ftp->FindFile("*.*");
+  EXPECT_EQ(internet.openHandles, 3);
+  ftp.reset();
+  EXPECT_EQ(internet.openHandles, 0);
+}
+
+}  // namespace
+}  // namespace karvel
