@@ -51,8 +51,10 @@ void WindowLifecycle::Task_PopMenu() {
 }
 
 void WindowLifecycle::unloadMainForm() {
-  // Both halves process messages, among which may be another wish to close.
+  // Both halves process messages, among which may be another wish to close, or a click on the
+  // panel that shows for a moment.
   if (std::exchange(closing_, true)) return;
+  form_.disableCommands();
   Form_QueryUnload();
   Form_Terminate();
 }
