@@ -24,7 +24,7 @@ class SafeUploadTest : public ::testing::Test, protected FtpRooms {
  protected:
   SafeUploadTest() { session.clsFtp->OpenSession(); }
 
-  bool put(const std::string& name) {
+  bool send(const std::string& name) {
     files.files[joinPath(kFolder, name)].content = "new";
     internet.calls.clear();
     files.files.erase(kLog);
@@ -63,7 +63,7 @@ TEST_F(SafeUploadTest, SendsUnderATemporaryName) {
       {"abcd", "axxx"},   {"abc", "xxx"},       {"ab", "xxx"},
       {"表", "xxx"},      {"x.html", "x.hxxx"}};
   for (const auto& [name, temp] : cases) {
-    EXPECT_TRUE(put(name)) << name;
+    EXPECT_TRUE(send(name)) << name;
     EXPECT_EQ(changes(), (Calls{"put " + temp, "rename " + temp + " " + name}));
     EXPECT_EQ(internet.transferTypes[toCodePage932(temp)], IsBinaryFile(name) ? 2U : 1U) << name;
     EXPECT_EQ(status(), "FTP:PutFile OK");
@@ -74,7 +74,7 @@ TEST_F(SafeUploadTest, SendsUnderATemporaryName) {
 
 TEST_F(SafeUploadTest, ReplacesTheOldFileAfterTheNewOneHasArrived) {
   remote() = {{"a.csv", "old"}, {"a.csv.bak", ""}};
-  EXPECT_TRUE(put("a.csv"));
+  EXPECT_TRUE(send("a.csv"));
   EXPECT_EQ(changes(), (Calls{"put a.xxx", "delete a.csv", "rename a.xxx a.csv"}));
   EXPECT_EQ(remote(), (FakeInternet::Folder{{"a.csv", "new"}, {"a.csv.bak", ""}}));
   EXPECT_EQ(logged(), kDone);
@@ -82,62 +82,41 @@ TEST_F(SafeUploadTest, ReplacesTheOldFileAfterTheNewOneHasArrived) {
 }
 
 TEST_F(SafeUploadTest, EndsAtTheFirstStepThatFails) {
-  const FakeInternet::Failure refused{12003, "550 no"};
-  const FakeInternet::Failure ineffective{};
-  const std::string error = fixedWidth("12003/550 no", 128);
   const std::string earlier = fixedWidth("12002/要求がタイムアウトになりました。", 128);
+  const std::string refused = fixedWidth("12003/550 no", 128);
+  const Calls put{"put a.xxx"};
+  const Calls deleted{"put a.xxx", "delete a.csv"};
+  const Calls renamed{"put a.xxx", "delete a.csv", "rename a.xxx a.csv"};
+  const FakeInternet::Folder old{{"a.csv", "old"}};
+  const FakeInternet::Folder both{{"a.csv", "old"}, {"a.xxx", "new"}};
+  const FakeInternet::Folder temporary{{"a.xxx", "new"}};
   const struct {
     std::string call;
-    FakeInternet::Failure failure;
+    bool refuses;  ///< or it succeeds without an effect; then the error before stays
     std::string status;
-    std::string error;  ///< without a failure of this upload the one before stays
     Calls changes;
     FakeInternet::Folder left;
   } cases[] = {
-      {"put", refused, "FTP:PutFile NG ", error, {"put a.xxx"}, {{"a.csv", "old"}}},
-      {"put", ineffective, "FTP:Rename NG ", earlier, {"put a.xxx"}, {{"a.csv", "old"}}},
-      {"list",
-       refused,
-       "FTP:Rename NG ",
-       error,
-       {"put a.xxx"},
-       {{"a.csv", "old"}, {"a.xxx", "new"}}},
-      {"delete",
-       refused,
-       "FTP:Rename NG ",
-       error,
-       {"put a.xxx", "delete a.csv"},
-       {{"a.csv", "old"}, {"a.xxx", "new"}}},
-      {"delete",
-       ineffective,
-       "FTP:Rename NG ",
-       earlier,
-       {"put a.xxx", "delete a.csv"},
-       {{"a.csv", "old"}, {"a.xxx", "new"}}},
-      {"rename",
-       refused,
-       "FTP:Rename NG ",
-       error,
-       {"put a.xxx", "delete a.csv", "rename a.xxx a.csv"},
-       {{"a.xxx", "new"}}},
-      {"rename",
-       ineffective,
-       "FTP:Rename NG ",
-       earlier,
-       {"put a.xxx", "delete a.csv", "rename a.xxx a.csv"},
-       {{"a.xxx", "new"}}},
+      {"put", true, "FTP:PutFile NG ", put, old},
+      {"put", false, "FTP:Rename NG ", put, old},
+      {"list", true, "FTP:Rename NG ", put, both},
+      {"delete", true, "FTP:Rename NG ", deleted, both},
+      {"delete", false, "FTP:Rename NG ", deleted, both},
+      {"rename", true, "FTP:Rename NG ", renamed, temporary},
+      {"rename", false, "FTP:Rename NG ", renamed, temporary},
   };
   for (const auto& c : cases) {
-    remote() = {{"a.csv", "old"}};
+    remote() = old;
     form.LastFtpError = earlier;
-    refuse(c.call, c.failure);
-    EXPECT_FALSE(put("a.csv"));
-    EXPECT_EQ(status(), c.status + c.error) << c.call;
-    EXPECT_EQ(logged(), Calls{"HS-" + c.status + c.error}) << c.call;
+    refuse(c.call, c.refuses ? FakeInternet::Failure{12003, "550 no"} : FakeInternet::Failure{});
+    EXPECT_FALSE(send("a.csv"));
+    const std::string text = c.status + (c.refuses ? refused : earlier);
+    EXPECT_EQ(status(), text) << c.call;
+    EXPECT_EQ(logged(), Calls{"HS-" + text}) << c.call;
     EXPECT_EQ(changes(), c.changes);
     EXPECT_EQ(remote(), c.left) << c.call;
     internet.fault = nullptr;
-    EXPECT_TRUE(put("a.csv")) << "the next upload takes the same temporary name";
+    EXPECT_TRUE(send("a.csv")) << "the next upload takes the same temporary name";
     EXPECT_EQ(remote(), (FakeInternet::Folder{{"a.csv", "new"}}));
   }
 }
@@ -149,7 +128,7 @@ TEST_F(SafeUploadTest, BelievesTheListingRatherThanTheAnswer) {
     remote() = {{"a.csv", "new"}};
     return FakeInternet::Failure{12002};  // done, but the answer was lost
   };
-  EXPECT_TRUE(put("a.csv"));
+  EXPECT_TRUE(send("a.csv"));
   EXPECT_EQ(logged(), kDone);
 }
 

@@ -63,17 +63,11 @@ TEST_F(Lifecycle, ShowsTheOutcomeOfRunsWhileHiddenOnly) {
   form().MyMenu_Send.onClick();
   EXPECT_EQ(desktop.tray, TrayImage::kNormal);
   EXPECT_EQ(desktop.trayTip, "るりはなリンク集計管理");
-}
 
-TEST_F(Lifecycle, LeavesTheIconAloneWhileThePanelIsShown) {
-  goResident();
-  WindowLifecycle window(form(), desktop, files, clock, kFolder);
   form().setVisible(true);
-  window.Task_SetIcon(true);
+  files.folders.erase(kOutFolder);
+  form().MyMenu_Send.onClick();
   EXPECT_EQ(desktop.tray, TrayImage::kNormal);
-  form().setVisible(false);
-  window.Task_SetIcon(true);
-  EXPECT_EQ(desktop.tray, TrayImage::kFailure);
 }
 
 TEST_F(Lifecycle, OpensItsMenuOnTheRightButton) {
