@@ -2,12 +2,12 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QFrame>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <utility>
 
+#include "platform/linux/qt_frame.h"
 #include "platform/linux/qt_label.h"
 #include "platform/linux/qt_text.h"
 #include "platform/linux/qt_text_field.h"
@@ -84,21 +84,6 @@ class ListWidget final : public QtControlWidget {
   QListWidget list_;
 };
 
-class FrameWidget final : public QtControlWidget {
- public:
-  FrameWidget(Control& control, QWidget& parent) : QtControlWidget(control), frame_(&parent) {
-    const bool line = control.row().kind == ControlKind::kLine;
-    frame_.setFrameStyle(line ? QFrame::HLine | QFrame::Sunken
-                              : QFrame::StyledPanel | QFrame::Sunken);
-    frame_.lower();
-  }
-  QWidget& widget() override { return frame_; }
-  void sync() override { frame_.setEnabled(control().enabled()); }
-
- private:
-  QFrame frame_;
-};
-
 }  // namespace
 
 void QtControlWidget::applyLook(const QWidget&) {
@@ -123,7 +108,7 @@ std::unique_ptr<QtControlWidget> makeQtControlWidget(Form& form, Control& contro
     case ControlKind::kLine:
       break;
   }
-  return std::make_unique<FrameWidget>(control, parent);
+  return std::make_unique<QtFrame>(control, parent);
 }
 
 }  // namespace karvel

@@ -24,7 +24,7 @@ class QtControlWidget {
   [[nodiscard]] Control& control() const { return control_; }
   [[nodiscard]] virtual QWidget& widget() = 0;
   virtual void sync() = 0;
-  /// Called when the window's font or colours have changed.
+  /// Called when the widget has its place, and when the window's font or colours have changed.
   virtual void applyLook(const QWidget& window);
   /// The keyboard's way to press it; a control that cannot be pressed does nothing.
   void press() const { control_.click(); }

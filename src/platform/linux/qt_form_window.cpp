@@ -122,7 +122,8 @@ void QtFormWindow::syncForm() {
 void QtFormWindow::applyStateOfWindow() {
   const bool minimized = form_->windowState() == WindowState::kMinimized;
   if (minimized) {
-    showMinimized();
+    setWindowState(windowState() | Qt::WindowMinimized);
+    show();
   } else if (!isVisible() || isMinimized()) {
     showInFront();
   }

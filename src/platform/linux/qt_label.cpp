@@ -12,16 +12,20 @@ QtLabel::QtLabel(Control& control, QWidget& parent) : QtControlWidget(control), 
 }
 
 void QtLabel::sync() {
-  const QString text = toQt(control().caption());
-  label_.setText(text);
+  label_.setText(toQt(control().caption()));
   label_.setEnabled(control().enabled());
+  offerWholeText();
+}
+
+void QtLabel::offerWholeText() {
   const bool fits = label_.heightForWidth(label_.width()) <= label_.height();
-  label_.setToolTip(fits ? QString() : text);
+  label_.setToolTip(fits ? QString() : label_.text());
 }
 
 void QtLabel::applyLook(const QWidget& window) {
   if (control().has(ControlRow::kTitle)) makeTitle(window);
   if (control().has(ControlRow::kNote)) makeNote(window);
+  offerWholeText();
 }
 
 void QtLabel::makeTitle(const QWidget& window) {

@@ -16,6 +16,7 @@ class QtLabel final : public QtControlWidget {
   void applyLook(const QWidget& window) override;
 
  private:
+  void offerWholeText();
   void makeTitle(const QWidget& window);
   void makeNote(const QWidget& window);
 
