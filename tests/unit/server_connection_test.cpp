@@ -206,7 +206,7 @@ TEST_F(ServiceSite, SaysNothingWhenItsAccountIsIncomplete) {
 TEST_F(ServiceSite, ReadsAServerListWhateverItHolds) {
   const std::string host = configured::kServiceHost;
   const std::string domain = configured::kServiceDomain;
-  const std::string longLine(3 * 1024 * 1024, 'x');
+  const std::string longLine(1'100'000, 'x');
   const struct {
     std::string text;
     std::string host;
