@@ -39,10 +39,11 @@ void Scheduler::Timer1_Timer() {
     return;
   }
   const double settingsRequest = request("FTP INIT");
-  if (settingsRequest == 0) {
-    form_.Timer1->setEnabled(true);
-  } else {
+  if (settingsRequest != 0) {
     showSettings(settingsRequest);
+  } else if (form_.windowState() == WindowState::kMinimized) {
+    // While a failure message was open the user may have brought the panel back.
+    form_.Timer1->setEnabled(true);
   }
 }
 

@@ -156,5 +156,23 @@ TEST(Scheduler, TheTimerIsOffWhileATickLasts) {
   EXPECT_TRUE(shop.form().Timer1->enabled());
 }
 
+TEST(Scheduler, AFailureMessageLeavesTheTrayMenuAndItsWishes) {
+  ShopWorld shop;
+  ASSERT_EQ(shop.start(), StartOutcome::kResident);
+  shop.files.folders.erase(ShopWorld::kOutFolder);
+  shop.form().TimerCount = 149;
+  shop.form().SndNG = true;
+  bool sendEnabled = true;
+  shop.desktop.onMessageBox = [&] {
+    sendEnabled = shop.form().MyMenu_Send.enabled;
+    shop.form().MyMenu_Init.onClick();
+  };
+  shop.tick();
+  EXPECT_FALSE(sendEnabled) << "no second run inside the first";
+  EXPECT_TRUE(shop.form().MyMenu_Send.enabled);
+  EXPECT_TRUE(shop.form().visible());
+  EXPECT_FALSE(shop.form().Timer1->enabled()) << "the panel is open";
+}
+
 }  // namespace
 }  // namespace karvel

@@ -100,10 +100,10 @@ TEST_F(SettingsStoreTest, TheRunLogAppendsDatedLinesWhereItsFolderIs) {
   clock.time = {2024, 1, 15, 23, 59, 59};
   log.WriteLog("b");
   clock.time = {2024, 1, 16, 0, 0, 0};
-  log.WriteLog("c");
+  log.WriteLog("c\r\nd");
   EXPECT_EQ(files.files[joinPath(folder, "240115.log")].content,
             "2024/01/15 09:05:07\t\x8A\x4A\x8E\x6E\r\n2024/01/15 23:59:59\tb\r\n");
-  EXPECT_EQ(files.files[joinPath(folder, "240116.log")].content, "2024/01/16 00:00:00\tc\r\n");
+  EXPECT_EQ(files.files[joinPath(folder, "240116.log")].content, "2024/01/16 00:00:00\tc  d\r\n");
 }
 
 }  // namespace
