@@ -19,8 +19,11 @@ constexpr milliseconds kUnlimited = std::chrono::hours{24};
 constexpr seconds kQuitLimit{2};
 constexpr std::size_t kReplyLimit = 64 * 1024;  ///< bytes; longer ones come from no FTP server
 constexpr milliseconds kDataConnectSlice{2};
+// Replies of a server.
 constexpr int kPassive = 227;
 constexpr int kExtendedPassive = 229;
+constexpr int kClosing = 421;
+constexpr int kNotLoggedIn = 530;
 constexpr long kKeepForever = 0x7FFFFFFF;  ///< seconds
 
 struct ListCleanup {
@@ -223,10 +226,11 @@ FtpConnection::ErrorNumber FtpConnection::errorOf(CURLcode result) const {
     const bool overlooked = loggedIn_ && reply_.refused();  // LIST with 450, a marked command
     return overlooked ? Internet::kErrorExtended : 0;
   }
+  if (reply_.code() == kClosing) return Internet::kErrorExtended;  // for libcurl a time-out
   long systemError = 0;
   curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &systemError);
   if (isConnectionFailure(result)) return errorOfCurl(result, systemError);
-  if (!loggedIn_ && reply_.code() == 530) return Internet::kErrorLoginFailure;
+  if (!loggedIn_ && reply_.code() == kNotLoggedIn) return Internet::kErrorLoginFailure;
   if (reply_.refused()) return Internet::kErrorExtended;
   const ErrorNumber error = errorOfCurl(result, systemError);
   // What libcurl cannot make out is a reply that it did not expect.

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <iostream>
+#include <string>
+#include <utility>
+
 #include "contract/internet_fixture.h"
 
 // The commands on the wire, word for word. These tests hold for libcurl only: another library may
@@ -45,6 +49,84 @@ TEST_F(InternetTranscript, EachCallSendsItsCommandsAndNothingElse) {
   EXPECT_TRUE(internet_->close(session));
   EXPECT_EQ(sent(), (Names{"QUIT"}));
   EXPECT_EQ(server_.connections(), 1);
+}
+
+TEST_F(InternetTranscript, EachTransferOpensItsOwnActiveConnection) {
+  const Handle session = connect(0);
+  sent();
+  EXPECT_TRUE(put(session, "a", "a.txt", Internet::kTransferAscii));
+  EXPECT_EQ(sent(), (Names{"PORT", "TYPE A", "STOR a.txt"}));
+  EXPECT_EQ(list(session), (Names{"a.txt"}));
+  EXPECT_EQ(sent(), (Names{"PORT", "LIST"}));
+}
+
+TEST_F(InternetTranscript, RefusalsAreFollowedByNothing) {
+  const Handle session = connect();
+  sent();
+  server_.on("STOR", 1, FtpFault::refuse("553 No."));
+  EXPECT_FALSE(put(session, "a", "a.txt"));
+  EXPECT_EQ(sent(), (Names{"PASV", "TYPE I", "STOR a.txt"}));
+  EXPECT_FALSE(internet_->setCurrentDirectory(session, "missing"));
+  EXPECT_EQ(sent(), (Names{"CWD missing"}));
+  EXPECT_TRUE(put(session, "a", "a.txt"));
+  EXPECT_EQ(sent(), (Names{"PASV", "STOR a.txt"}));
+}
+
+TEST_F(InternetTranscript, APatternIsTheArgumentOfTheListing) {
+  const Handle session = connect();
+  sent();
+  Internet::FindData entry;
+  EXPECT_EQ(internet_->findFirst(session, "a b*.txt", entry), 0U);
+  EXPECT_EQ(sent(), (Names{"PASV", "TYPE A", "LIST a b*.txt"}));
+}
+
+// A file of this platform may have either line end; its partner sends files as they are.
+TEST_F(InternetTranscript, EveryLineEndOfATextIsCrLfOnTheWire) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"a\nb\n", "a\r\nb\r\n"},
+      {"a\r\nb\n", "a\r\nb\r\n"},
+      {"\n\n", "\r\n\r\n"},
+      {"a\rb", "a\rb"},
+      {"a\r", "a\r"},
+      {"\r\r\n", "\r\r\n"},
+      {std::string(16 * 1024 - 1, 'x') + "\r\ny", std::string(16 * 1024 - 1, 'x') + "\r\ny"},
+      {std::string(16 * 1024, 'x') + "\ny", std::string(16 * 1024, 'x') + "\r\ny"},
+      {"", ""},
+  };
+  const Handle session = connect();
+  for (const auto& [local, wire] : cases) {
+    EXPECT_TRUE(put(session, local, "t.csv", Internet::kTransferAscii));
+    EXPECT_EQ(server_.tree().content("/t.csv"), wire);
+  }
+}
+
+// What one complete send run asks of the library: log in, walk one folder down, replace two files.
+TEST_F(InternetTranscript, ASendRunStaysBelowItsNumberOfCommands) {
+  constexpr std::size_t kMostCommands = 44;
+  server_.tree().addFile("/in/a.inf", "old");
+  server_.tree().addFile("/in/b.txt", "old");
+  const Handle session = connect();
+  const auto refresh = [&] {
+    EXPECT_TRUE(internet_->currentDirectory(session).has_value());
+    list(session);
+  };
+  refresh();
+  EXPECT_TRUE(internet_->setCurrentDirectory(session, "in"));
+  refresh();
+  for (const std::string name : {"a.inf", "b.txt"}) {
+    const std::string temporary = name.substr(0, 2) + "xxx";
+    EXPECT_TRUE(put(session, "new", temporary, Internet::kTransferAscii));
+    refresh();
+    EXPECT_TRUE(internet_->deleteFile(session, name));
+    refresh();
+    EXPECT_TRUE(internet_->renameFile(session, temporary, name));
+    refresh();
+    EXPECT_EQ(server_.tree().content("/in/" + name), "new");
+  }
+  EXPECT_TRUE(internet_->close(session));
+  const Names lines = sent();
+  std::cout << "commands of a send run: " << lines.size() << "\n";
+  EXPECT_LE(lines.size(), kMostCommands) << ::testing::PrintToString(lines);
 }
 
 }  // namespace

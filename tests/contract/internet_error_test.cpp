@@ -1,0 +1,280 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "contract/internet_fixture.h"
+
+namespace karvel {
+namespace {
+
+using std::string_literals::operator""s;
+
+class InternetErrors : public InternetTest {
+ protected:
+  /// The number that a login ends with.
+  Internet::ErrorNumber loginError(const Internet::Account& account) {
+    EXPECT_EQ(internet_->connect(root_, account, Internet::kFlagPassive), 0U);
+    return internet_->lastError();
+  }
+
+  static bool isLost(Internet::ErrorNumber error) {
+    return error == Internet::kErrorConnectionAborted || error == Internet::kErrorConnectionReset;
+  }
+};
+
+TEST_F(InternetErrors, HostsThatDoNotResolve) {
+  Internet::Account account = this->account();
+  const std::optional<std::string> hosts[] = {std::nullopt,
+                                              "",
+                                              " ",
+                                              "no such host",
+                                              "no-such-host.invalid",
+                                              "user@127.0.0.1",
+                                              "127.0.0.1/folder",
+                                              "127.0.0.1:21",
+                                              "127.0.0.1#",
+                                              "[::1]",
+                                              "%31%32%37.0.0.1"};
+  for (const auto& host : hosts) {
+    account.host = host;
+    EXPECT_EQ(loginError(account), Internet::kErrorNameNotResolved) << host.value_or("(none)");
+  }
+  EXPECT_EQ(server_.connections(), 0);
+}
+
+TEST_F(InternetErrors, PortsThatNobodyListensOn) {
+  Internet::Account account = this->account();
+  account.port = TestSocket::listen(TestSocket::Family::kIpv4).port();  // closed again
+  EXPECT_EQ(loginError(account), Internet::kErrorCannotConnect);
+  for (const int port : {-1, 65536, 2147483647}) {
+    account.port = port;
+    EXPECT_EQ(loginError(account), Internet::kErrorInvalidParameter) << port;
+  }
+}
+
+TEST_F(InternetErrors, LoginsThatTheServerRefuses) {
+  Internet::Account account = this->account();
+  account.password = "wrong";
+  EXPECT_EQ(loginError(account), Internet::kErrorLoginFailure);
+  account.password = std::nullopt;
+  EXPECT_EQ(loginError(account), Internet::kErrorLoginFailure);
+  account.user = "nobody";
+  EXPECT_EQ(loginError(account), Internet::kErrorLoginFailure);
+  server_.on("USER", ScriptedFtpServer::kEvery, FtpFault::refuse("530 Not you."));
+  EXPECT_EQ(loginError(this->account()), Internet::kErrorLoginFailure);
+}
+
+TEST_F(InternetErrors, AnyOtherRefusalComesWithTheServersText) {
+  server_.tree().addFile("/there", "x");
+  const Handle session = connect();
+  Internet::FindData entry;
+  const struct {
+    std::string command;
+    std::string reply;
+    std::function<bool()> call;
+  } cases[] = {
+      {"PWD", "550 No idea.", [&] { return internet_->currentDirectory(session).has_value(); }},
+      {"CWD", "550 No such folder.",
+       [&] { return internet_->setCurrentDirectory(session, "there"); }},
+      {"PASV", "425 Not now.", [&] { return put(session, "x", "y"); }},
+      {"TYPE", "504 Not that one.",
+       [&] { return put(session, "x", "y", Internet::kTransferAscii); }},
+      {"STOR", "553 Not allowed.", [&] { return put(session, "x", "y"); }},
+      {"STOR", "452 Disk full.", [&] { return put(session, "x", "y"); }},
+      {"LIST", "550 Not for you.",
+       [&] { return internet_->findFirst(session, "*.*", entry) != 0; }},
+      {"LIST", "450 No files found.",
+       [&] { return internet_->findFirst(session, "*.*", entry) != 0; }},
+      {"DELE", "550-Many lines\r\n550 of text.",
+       [&] { return internet_->deleteFile(session, "there"); }},
+      {"RNFR", "450 Busy.", [&] { return internet_->renameFile(session, "there", "y"); }},
+      {"RNTO", "553 Exists.", [&] { return internet_->renameFile(session, "there", "y"); }},
+      {"MKD", "521 Exists.", [&] { return internet_->createDirectory(session, "y"); }},
+      {"RMD", "550 Not empty.", [&] { return internet_->removeDirectory(session, "y"); }},
+  };
+  for (const auto& testCase : cases) {
+    server_.behave();
+    server_.on(testCase.command, 1, FtpFault::refuse(testCase.reply));
+    EXPECT_FALSE(testCase.call()) << testCase.reply;
+    EXPECT_EQ(internet_->lastError(), Internet::kErrorExtended) << testCase.reply;
+    EXPECT_EQ(internet_->lastResponse().text, testCase.reply);
+    EXPECT_EQ(internet_->lastResponse().number, Internet::kErrorExtended);
+    EXPECT_TRUE(internet_->currentDirectory(session).has_value())
+        << "the session goes on after " << testCase.reply;
+  }
+  EXPECT_EQ(server_.connections(), 1);
+}
+
+TEST_F(InternetErrors, RenameStopsAtARefusedFirstHalf) {
+  const Handle session = connect();
+  EXPECT_FALSE(internet_->renameFile(session, "missing", "new"));
+  EXPECT_EQ(server_.transcript().back(), "RNFR missing");
+}
+
+TEST_F(InternetErrors, ARefusedGreetingComesWithItsText) {
+  server_.on(ScriptedFtpServer::kGreeting, 1, FtpFault::refuse("421 Too many users."));
+  EXPECT_EQ(loginError(account()), Internet::kErrorExtended);
+  EXPECT_EQ(internet_->lastResponse().text, "421 Too many users.");
+}
+
+TEST_F(InternetErrors, AServerThatSaysItClosesIsLostAfterwards) {
+  server_.on("CWD", 1, FtpFault::refuse("421 Idle for too long."));
+  const Handle session = connect();
+  EXPECT_FALSE(internet_->setCurrentDirectory(session, "x"));
+  EXPECT_EQ(internet_->lastError(), Internet::kErrorExtended);
+  EXPECT_EQ(internet_->lastResponse().text, "421 Idle for too long.");
+  EXPECT_FALSE(internet_->setCurrentDirectory(session, "x"));
+  EXPECT_EQ(server_.connections(), 1);
+}
+
+TEST_F(InternetErrors, ServerTextsArriveAsCodePage932) {
+  const Handle session = connect();
+  server_.on("DELE", 1, FtpFault::refuse("550 \xE8\xA1\xA8\xE3\x81\xAF\xE7\xA9\xBA"));  // UTF-8
+  EXPECT_FALSE(internet_->deleteFile(session, "x"));
+  EXPECT_EQ(internet_->lastResponse().text, "550 \x95\x5C\x82\xCD\x8B\xF3");
+  server_.on("DELE", 2, FtpFault::refuse("550 \x95\x5C\x82\xCD\x8B\xF3"));
+  EXPECT_FALSE(internet_->deleteFile(session, "x"));
+  EXPECT_EQ(internet_->lastResponse().text, "550 \x95\x5C\x82\xCD\x8B\xF3");
+}
+
+TEST_F(InternetErrors, ServerTextsAreCutBetweenCharacters) {
+  std::string reply = "550 ";
+  for (int i = 0; i < 1000; ++i) reply += "\x95\x5C";
+  const Handle session = connect();
+  server_.on("DELE", 1, FtpFault::refuse(reply));
+  EXPECT_FALSE(internet_->deleteFile(session, "x"));
+  EXPECT_EQ(internet_->lastResponse().text, reply.substr(0, 254));
+}
+
+TEST_F(InternetErrors, ADroppedConnectionIsReportedAndNotReplaced) {
+  const std::pair<FtpFault, const char*> faults[] = {
+      {FtpFault::dropBefore(), "dropped"},
+      {FtpFault::reset(), "reset"},
+      {FtpFault::dropTransfer(10), "dropped in a transfer"},
+  };
+  int expectedConnections = 0;
+  for (const auto& [fault, name] : faults) {
+    server_.behave();
+    server_.on("STOR", 1, fault);
+    const Handle session = connect();
+    ASSERT_NE(session, 0U);
+    EXPECT_FALSE(put(session, std::string(100'000, 'x'), "x")) << name;
+    EXPECT_TRUE(isLost(internet_->lastError())) << name << " " << internet_->lastError();
+    EXPECT_FALSE(internet_->currentDirectory(session).has_value()) << name;
+    EXPECT_TRUE(isLost(internet_->lastError())) << name << " " << internet_->lastError();
+    EXPECT_FALSE(put(session, "x", "x")) << name;
+    EXPECT_TRUE(internet_->close(session));
+    EXPECT_EQ(server_.connections(), ++expectedConnections) << name;
+  }
+}
+
+TEST_F(InternetErrors, AConnectionDroppedInBetweenIsReported) {
+  server_.on("CWD", 1, FtpFault::dropAfter());
+  const Handle session = connect();
+  EXPECT_TRUE(internet_->setCurrentDirectory(session, "/"));
+  EXPECT_FALSE(internet_->setCurrentDirectory(session, "/"));
+  EXPECT_TRUE(isLost(internet_->lastError())) << internet_->lastError();
+  EXPECT_EQ(server_.connections(), 1);
+}
+
+TEST_F(InternetErrors, ATransferThatTheServerCutsFails) {
+  server_.on("STOR", 1, FtpFault::cutTransfer(1));
+  const Handle session = connect();
+  EXPECT_FALSE(put(session, "abc", "x"));
+  EXPECT_TRUE(internet_->close(session));
+  server_.tree().addFile("/y", "content");
+  const Handle second = connect();
+  server_.on("LIST", 1, FtpFault::cutTransfer(3));
+  Internet::FindData entry;
+  EXPECT_EQ(internet_->findFirst(second, "*.*", entry), 0U);
+  EXPECT_EQ(internet_->lastError(), Internet::kErrorExtended);
+  EXPECT_EQ(internet_->lastResponse().text, "426 Data connection closed.");
+}
+
+TEST_F(InternetErrors, LocalFilesThatCannotBeRead) {
+  const Handle session = connect();
+  server_.clearTranscript();
+  for (const std::string& path : {folder_.path("missing"), folder_.path(""), std::string()}) {
+    EXPECT_FALSE(internet_->putFile(session, path, "x", Internet::kTransferBinary)) << path;
+    EXPECT_EQ(internet_->lastError(), Internet::kErrorFileNotFound) << path;
+  }
+  EXPECT_EQ(server_.transcript(), Names{});
+}
+
+TEST_F(InternetErrors, LineBreaksNeverReachTheWire) {
+  for (const std::string& bad : {"x\r\nDELE y"s, "x\ny"s, "x\ry"s, "x\0y"s}) {
+    Internet::Account account = this->account();
+    account.user = bad;
+    EXPECT_EQ(loginError(account), Internet::kErrorInvalidParameter);
+    account = this->account();
+    account.password = bad;
+    EXPECT_EQ(loginError(account), Internet::kErrorInvalidParameter);
+    account = this->account();
+    account.host = bad;
+    EXPECT_EQ(loginError(account), Internet::kErrorInvalidParameter);
+  }
+  const Handle session = connect();
+  const std::string file = localFile("x");
+  server_.clearTranscript();
+  Internet::FindData entry;
+  for (const std::string& bad : {"x\r\nDELE y"s, "x\ny"s, "x\ry"s, "x\0y"s}) {
+    const bool outcomes[] = {
+        internet_->setCurrentDirectory(session, bad),
+        internet_->putFile(session, file, bad, Internet::kTransferAscii),
+        internet_->getFile(session, bad, folder_.path("y"), false, Internet::kTransferBinary),
+        internet_->renameFile(session, bad, "y"),
+        internet_->renameFile(session, "y", bad),
+        internet_->deleteFile(session, bad),
+        internet_->createDirectory(session, bad),
+        internet_->removeDirectory(session, bad),
+        internet_->findFirst(session, bad, entry) != 0,
+    };
+    for (const bool outcome : outcomes) EXPECT_FALSE(outcome);
+    EXPECT_EQ(internet_->lastError(), Internet::kErrorInvalidParameter);
+  }
+  EXPECT_EQ(server_.transcript(), Names{});
+}
+
+TEST_F(InternetErrors, HandlesThatAreNone) {
+  const Handle session = connect();
+  Internet::FindData entry;
+  for (const Handle handle : {Handle{0}, session + 1000}) {
+    EXPECT_FALSE(internet_->close(handle));
+    EXPECT_EQ(internet_->lastError(), Internet::kErrorInvalidHandle);
+    EXPECT_FALSE(internet_->deleteFile(handle, "x"));
+    EXPECT_EQ(internet_->lastError(), Internet::kErrorInvalidHandle);
+    EXPECT_FALSE(internet_->findNext(handle, entry));
+    EXPECT_EQ(internet_->lastError(), Internet::kErrorInvalidHandle);
+    EXPECT_EQ(internet_->connect(handle, account(), 0), 0U);
+    EXPECT_EQ(internet_->lastError(), Internet::kErrorInvalidHandle);
+  }
+  EXPECT_TRUE(internet_->close(session));
+  EXPECT_FALSE(internet_->close(session));
+  EXPECT_EQ(internet_->lastError(), Internet::kErrorInvalidHandle);
+}
+
+TEST_F(InternetErrors, ClosingASessionEndsItsEnumeration) {
+  server_.tree().addFile("/a", "");
+  server_.tree().addFile("/b", "");
+  const Handle session = connect();
+  Internet::FindData entry;
+  const Handle find = internet_->findFirst(session, "*.*", entry);
+  EXPECT_TRUE(internet_->close(session));
+  EXPECT_FALSE(internet_->findNext(find, entry));
+  EXPECT_EQ(internet_->lastError(), Internet::kErrorInvalidHandle);
+}
+
+TEST_F(InternetErrors, SystemTextsAreOneShortLine) {
+  for (const Internet::ErrorNumber number : {2U, 5U, 6U, 87U}) {
+    const std::string text = internet_->systemMessage(number);
+    EXPECT_FALSE(text.empty()) << number;
+    EXPECT_EQ(text.find_first_of("\r\n"), std::string::npos) << number;
+  }
+  EXPECT_EQ(internet_->systemMessage(987654321), "");
+}
+
+}  // namespace
+}  // namespace karvel

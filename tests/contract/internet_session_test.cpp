@@ -1,0 +1,242 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include "contract/internet_fixture.h"
+#include "text/date_time.h"
+
+namespace karvel {
+namespace {
+
+// 表 in code page 932: its second byte is the backslash.
+constexpr const char* kFolderWithBackslash = "\x95\x5C";
+
+class InternetSession : public InternetTest {};
+
+TEST_F(InternetSession, LogsInOnceAndSaysQuitAtTheEnd) {
+  const Handle session = connect();
+  ASSERT_NE(session, 0U);
+  EXPECT_EQ(internet_->currentDirectory(session), "/");
+  EXPECT_TRUE(internet_->close(session));
+  const Names lines = server_.transcript();
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "USER shop"), 1);
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "PASS secret"), 1);
+  EXPECT_EQ(lines.back(), "QUIT");
+  EXPECT_EQ(server_.connections(), 1);
+}
+
+TEST_F(InternetSession, WalksThroughFolders) {
+  const std::string japanese = kFolderWithBackslash;
+  server_.tree().addFolder("/a/b c/" + japanese + "/d\"q\"");
+  const Handle session = connect();
+  const struct {
+    std::string change;
+    std::string current;
+  } steps[] = {
+      {"a", "/a"},
+      {"b c", "/a/b c"},
+      {japanese, "/a/b c/" + japanese},
+      {"d\"q\"", "/a/b c/" + japanese + "/d\"q\""},
+      {"..", "/a/b c/" + japanese},
+      {"/a", "/a"},
+      {"b c/" + japanese, "/a/b c/" + japanese},
+  };
+  for (const auto& step : steps) {
+    EXPECT_TRUE(internet_->setCurrentDirectory(session, step.change)) << step.change;
+    EXPECT_EQ(internet_->currentDirectory(session), step.current);
+  }
+}
+
+TEST_F(InternetSession, AsksTheServerForTheCurrentFolderEachTime) {
+  const Handle session = connect();
+  server_.on("PWD", ScriptedFtpServer::kEvery, FtpFault::replaceReply("257 \"/elsewhere\""));
+  EXPECT_EQ(internet_->currentDirectory(session), "/elsewhere");
+}
+
+TEST_F(InternetSession, StoresUnderTheNameByteForByte) {
+  const std::string names[] = {
+      "plain.txt",
+      "with blank.txt",
+      " leading",
+      "trailing ",
+      "100%.txt",
+      "%41",
+      "a#b?c;type=i",
+      "u@h:1",
+      "a&b=c+d",
+      "[x]{y}~|",
+      kFolderWithBackslash,
+      "\xB8\xDE\xD9\xB0\xCC\xDF",
+      "-dash",
+      "*star",
+      "\xFD\xFE",
+  };
+  const Handle session = connect();
+  for (const std::string& name : names) {
+    EXPECT_TRUE(put(session, "content of " + name, name)) << name;
+    EXPECT_EQ(server_.tree().content("/" + name), "content of " + name);
+    EXPECT_TRUE(internet_->renameFile(session, name, "renamed")) << name;
+    EXPECT_TRUE(internet_->renameFile(session, "renamed", name)) << name;
+    EXPECT_TRUE(internet_->deleteFile(session, name)) << name;
+    EXPECT_FALSE(server_.tree().isFile("/" + name)) << name;
+  }
+}
+
+TEST_F(InternetSession, BinaryTransferKeepsEveryByte) {
+  std::string content;
+  for (int i = 0; i < 300'000; ++i) content.push_back(static_cast<char>(i * 7 + i / 256));
+  content += "\r\n\n\r\r\n";
+  const Handle session = connect();
+  EXPECT_TRUE(put(session, content, "all.bin"));
+  EXPECT_EQ(server_.tree().content("/all.bin"), content);
+  EXPECT_TRUE(put(session, "", "all.bin"));
+  EXPECT_EQ(server_.tree().content("/all.bin"), "");
+}
+
+TEST_F(InternetSession, TextTransferOfCrLfLinesKeepsThem) {
+  std::string content = "\r\nfirst\r\n\r\n";
+  // Line ends at every place of the buffers on the way.
+  for (std::size_t i = 0; i < 3000; ++i) content += std::string(i % 61, 'x') + "\r\n";
+  content += "last";
+  const Handle session = connect();
+  EXPECT_TRUE(put(session, content, "t.csv", Internet::kTransferAscii));
+  EXPECT_EQ(server_.tree().content("/t.csv"), content);
+}
+
+TEST_F(InternetSession, ListsTheFolderAsItIs) {
+  server_.tree().addFile("/in/b.txt", std::string(1234, 'x'));
+  server_.tree().addFile("/in/a b.txt", "");
+  server_.tree().addFolder(std::string("/in/") + kFolderWithBackslash);
+  server_.tree().addFile("/other.txt", "");
+  const Handle session = connect();
+  ASSERT_TRUE(internet_->setCurrentDirectory(session, "in"));
+
+  Internet::FindData entry;
+  const Handle find = internet_->findFirst(session, "*.*", entry);
+  ASSERT_NE(find, 0U);
+  EXPECT_EQ(entry.name, "a b.txt");
+  EXPECT_EQ(entry.attributes & Internet::FindData::kDirectory, 0U);
+  EXPECT_EQ(entry.sizeLow, 0U);
+  EXPECT_EQ(formatDate(dateTimeOfFileTime(entry.lastWriteTime)), "2024/01/01");
+  ASSERT_TRUE(internet_->findNext(find, entry));
+  EXPECT_EQ(entry.name, "b.txt");
+  EXPECT_EQ(entry.sizeLow, 1234U);
+  EXPECT_EQ(entry.sizeHigh, 0U);
+  ASSERT_TRUE(internet_->findNext(find, entry));
+  EXPECT_EQ(entry.name, kFolderWithBackslash);
+  EXPECT_EQ(entry.attributes, Internet::FindData::kDirectory);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_FALSE(internet_->findNext(find, entry));
+    EXPECT_EQ(internet_->lastError(), Internet::kErrorNoMoreFiles);
+  }
+}
+
+TEST_F(InternetSession, SaysNoMoreFilesInAnEmptyFolder) {
+  const Handle session = connect();
+  Internet::FindData entry;
+  EXPECT_EQ(internet_->findFirst(session, "*.*", entry), 0U);
+  EXPECT_EQ(internet_->lastError(), Internet::kErrorNoMoreFiles);
+}
+
+TEST_F(InternetSession, WorksWhileAnEnumerationIsOpen) {
+  server_.tree().addFile("/one", "1");
+  const Handle session = connect();
+  Internet::FindData entry;
+  const Handle find = internet_->findFirst(session, "*.*", entry);
+  ASSERT_NE(find, 0U);
+  EXPECT_TRUE(put(session, "2", "two"));
+  EXPECT_TRUE(internet_->deleteFile(session, "one"));
+  EXPECT_FALSE(internet_->findNext(find, entry));
+  EXPECT_TRUE(internet_->close(find));
+  EXPECT_EQ(list(session), (Names{"two"}));
+}
+
+TEST_F(InternetSession, GivesSizesBeyondFourGibibytes) {
+  server_.setListing("-rw-r--r-- 1 a b 6442450944 Jan 01  2024 large.bin\r\n");
+  const Handle session = connect();
+  Internet::FindData entry;
+  ASSERT_NE(internet_->findFirst(session, "*.*", entry), 0U);
+  EXPECT_EQ(entry.sizeHigh, 1U);
+  EXPECT_EQ(entry.sizeLow, 0x80000000U);
+}
+
+TEST_F(InternetSession, FetchesAFile) {
+  const std::string content =
+      "some\x01"
+      "bytes\xFF";
+  server_.tree().addFile("/file.bin", content);
+  const std::string target = folder_.path("fetched.bin");
+  const Handle session = connect();
+  const std::uint32_t flags = Internet::kTransferBinary | Internet::kFlagReload;
+  ASSERT_TRUE(internet_->getFile(session, "file.bin", target, true, flags));
+  std::ostringstream fetched;
+  fetched << std::ifstream(target, std::ios::binary).rdbuf();
+  EXPECT_EQ(fetched.str(), content);
+
+  EXPECT_FALSE(internet_->getFile(session, "file.bin", target, true, flags));
+  EXPECT_EQ(internet_->lastError(), Internet::kErrorFileExists);
+  EXPECT_TRUE(internet_->getFile(session, "file.bin", target, false, flags));
+}
+
+TEST_F(InternetSession, MakesAndRemovesFolders) {
+  const Handle session = connect();
+  EXPECT_TRUE(internet_->createDirectory(session, "new"));
+  EXPECT_TRUE(server_.tree().isFolder("/new"));
+  EXPECT_FALSE(internet_->createDirectory(session, "new"));
+  EXPECT_TRUE(internet_->removeDirectory(session, "new"));
+  EXPECT_FALSE(server_.tree().isFolder("/new"));
+}
+
+TEST_F(InternetSession, TransfersInActiveModeToo) {
+  const Handle session = connect(Internet::kFlagAsync);
+  ASSERT_NE(session, 0U);
+  EXPECT_TRUE(put(session, "a\r\n", "a.txt", Internet::kTransferAscii));
+  EXPECT_EQ(server_.tree().content("/a.txt"), "a\r\n");
+  EXPECT_EQ(list(session), (Names{"a.txt"}));
+  const Names lines = server_.transcript();
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "PORT"), 2);
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "PASV"), 0);
+}
+
+TEST_F(InternetSession, UnderstandsRepliesThatArriveByteByByte) {
+  for (const char* command :
+       {ScriptedFtpServer::kGreeting, "USER", "PASS", "PWD", "PASV", "TYPE", "STOR", "LIST"}) {
+    server_.on(command, ScriptedFtpServer::kEvery, FtpFault::splitReply());
+  }
+  const Handle session = connect();
+  ASSERT_NE(session, 0U);
+  EXPECT_EQ(internet_->currentDirectory(session), "/");
+  EXPECT_TRUE(put(session, "x", "x"));
+  EXPECT_EQ(list(session), (Names{"x"}));
+}
+
+class InternetForeignAddress : public InternetTest {
+ protected:
+  InternetForeignAddress() : InternetTest({.passiveHost = "10,255,255,1"}) {}
+};
+
+TEST_F(InternetForeignAddress, DataGoesToTheServerItself) {
+  const Handle session = connect();
+  EXPECT_TRUE(put(session, "x", "x"));
+  EXPECT_EQ(server_.tree().content("/x"), "x");
+}
+
+class InternetIpv6 : public InternetTest {
+ protected:
+  InternetIpv6() : InternetTest({.family = TestSocket::Family::kIpv6}) {}
+};
+
+TEST_F(InternetIpv6, TransfersInBothModes) {
+  for (const std::uint32_t flags : {Internet::kFlagPassive, 0U}) {
+    const Handle session = connect(flags);
+    ASSERT_NE(session, 0U) << internet_->lastError();
+    EXPECT_TRUE(put(session, "x", "x"));
+    EXPECT_EQ(list(session), (Names{"x"}));
+    EXPECT_TRUE(internet_->close(session));
+  }
+}
+
+}  // namespace
+}  // namespace karvel

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "contract/internet_fixture.h"
+
+namespace karvel {
+namespace {
+
+using std::chrono::milliseconds;
+
+class InternetTimeLimits : public InternetTest {
+ protected:
+  static constexpr std::uint32_t kLimit = 300;  ///< milliseconds
+  static constexpr milliseconds kAtMost{3000};  ///< for any call, however busy the machine is
+
+  InternetTimeLimits() { setTimeLimits(kLimit); }
+
+  /// Runs a call that must fail, and fail in time; its error number.
+  template <typename Call>
+  Internet::ErrorNumber errorOf(Call call) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_FALSE(static_cast<bool>(call()));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, kAtMost);
+    return internet_->lastError();
+  }
+};
+
+TEST_F(InternetTimeLimits, ASilentServerAtLogin) {
+  for (const char* command : {ScriptedFtpServer::kGreeting, "USER", "PASS"}) {
+    server_.behave();
+    server_.on(command, 1, FtpFault::stall());
+    EXPECT_EQ(errorOf([&] { return connect(); }), Internet::kErrorTimeout) << command;
+  }
+}
+
+TEST_F(InternetTimeLimits, ASilentServerInASession) {
+  server_.tree().addFile("/x", "x");
+  const struct {
+    const char* command;
+    FtpFault fault;
+  } cases[] = {
+      {"PASV", FtpFault::stall()},
+      {"TYPE", FtpFault::stall()},
+      {"STOR", FtpFault::stall()},
+      {"STOR", FtpFault::stallTransfer(3)},
+  };
+  for (const auto& testCase : cases) {
+    server_.behave();
+    server_.on(testCase.command, 1, testCase.fault);
+    const Handle session = connect();
+    ASSERT_NE(session, 0U);
+    EXPECT_EQ(errorOf([&] { return put(session, "abcdef", "x"); }), Internet::kErrorTimeout)
+        << testCase.command;
+    EXPECT_FALSE(internet_->deleteFile(session, "x")) << "no late reply may answer this";
+    EXPECT_TRUE(internet_->close(session));
+  }
+  EXPECT_TRUE(server_.tree().isFile("/x"));
+}
+
+TEST_F(InternetTimeLimits, AServerThatStopsReadingOrWriting) {
+  server_.tree().addFile("/x", "x");
+  server_.on("STOR", 1, FtpFault::stallTransfer(1000));
+  Handle session = connect();
+  const std::string large(20'000'000, 'x');
+  EXPECT_EQ(errorOf([&] { return put(session, large, "x"); }), Internet::kErrorTimeout);
+  server_.on("LIST", 1, FtpFault::stallTransfer(10));
+  session = connect();
+  Internet::FindData entry;
+  EXPECT_EQ(errorOf([&] { return internet_->findFirst(session, "*.*", entry); }),
+            Internet::kErrorTimeout);
+}
+
+TEST_F(InternetTimeLimits, ASlowServerIsNoSilentOne) {
+  const auto slow = FtpFault::delay(milliseconds{kLimit / 2});
+  for (const char* command : {"USER", "PASS", "PWD", "PASV", "TYPE", "STOR"}) {
+    server_.on(command, ScriptedFtpServer::kEvery, slow);
+  }
+  const Handle session = connect();
+  ASSERT_NE(session, 0U) << internet_->lastError();
+  EXPECT_TRUE(put(session, "x", "x")) << internet_->lastError();
+}
+
+TEST_F(InternetTimeLimits, ServersThatSpeakNoFtp) {
+  const struct {
+    const char* name;
+    FtpFault fault;
+  } cases[] = {
+      {"HTTP", FtpFault::replaceReply("HTTP/1.1 400 Bad Request\r\nConnection: close\r\n\r\n")},
+      {"TLS", FtpFault::replaceReply("\x15\x03\x01\x02\x02\x16\x7F\xFF")},
+      {"dribbled greeting", FtpFault::endlessReply("220-still more\r\n", milliseconds{20})},
+      {"flooding greeting", FtpFault::endlessReply("220-still more\r\n", milliseconds{0})},
+      {"greeting without end", FtpFault::endlessReply("220 so much to say ", milliseconds{0})},
+      {"greeting without a code", FtpFault::endlessReply("hello\r\n", milliseconds{1})},
+  };
+  for (const auto& testCase : cases) {
+    server_.behave();
+    server_.on(ScriptedFtpServer::kGreeting, 1, testCase.fault);
+    const auto error = errorOf([&] { return connect(); });
+    EXPECT_TRUE(error == Internet::kErrorTimeout || error == Internet::kErrorExtended ||
+                error == Internet::kErrorConnectionAborted)
+        << testCase.name << " " << error;
+  }
+}
+
+TEST_F(InternetTimeLimits, ClosingDoesNotWaitForASilentServer) {
+  server_.on("QUIT", 1, FtpFault::stall());
+  const Handle session = connect();
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_TRUE(internet_->close(session));
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, milliseconds{4000});
+}
+
+}  // namespace
+}  // namespace karvel
