@@ -10,7 +10,7 @@
 namespace karvel {
 namespace {
 
-using std::string_literals::operator""s;
+const std::string kTextsWithLineBreaks[] = {"x\r\nDELE y", "x\ny", "x\ry", std::string("x\0y", 3)};
 
 class InternetErrors : public InternetTest {
  protected:
@@ -205,7 +205,7 @@ TEST_F(InternetErrors, LocalFilesThatCannotBeRead) {
 }
 
 TEST_F(InternetErrors, LineBreaksNeverReachTheWire) {
-  for (const std::string& bad : {"x\r\nDELE y"s, "x\ny"s, "x\ry"s, "x\0y"s}) {
+  for (const std::string& bad : kTextsWithLineBreaks) {
     Internet::Account account = this->account();
     account.user = bad;
     EXPECT_EQ(loginError(account), Internet::kErrorInvalidParameter);
@@ -220,7 +220,7 @@ TEST_F(InternetErrors, LineBreaksNeverReachTheWire) {
   const std::string file = localFile("x");
   server_.clearTranscript();
   Internet::FindData entry;
-  for (const std::string& bad : {"x\r\nDELE y"s, "x\ny"s, "x\ry"s, "x\0y"s}) {
+  for (const std::string& bad : kTextsWithLineBreaks) {
     const bool outcomes[] = {
         internet_->setCurrentDirectory(session, bad),
         internet_->putFile(session, file, bad, Internet::kTransferAscii),

@@ -20,7 +20,7 @@ void InternetTest::setTimeLimits(std::uint32_t milliseconds) {
 }
 
 std::string InternetTest::localFile(const std::string& content) {
-  const std::string path = folder_.path("upload.bin");
+  std::string path = folder_.path("upload.bin");
   std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
   return path;
 }
