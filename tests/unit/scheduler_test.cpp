@@ -12,7 +12,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-long sends(ShopWorld& shop) {
+std::ptrdiff_t sends(ShopWorld& shop) {
   const auto log = shop.logMessages();
   return std::count(log.begin(), log.end(), "HS-FTP:------------------------ Snd Start");
 }

@@ -17,6 +17,13 @@ foreign=$(sed -n 's/^\tDLL Name: //p' <<<"$headers" | grep -viE "^($own_librarie
 [[ -z $foreign ]] || refuse "imports libraries that a bare Windows 7 may lack: $foreign"
 grep -q '(Windows GUI)' <<<"$headers" || refuse "would open a console window"
 
+has_resource() {
+  [[ $(od -An -v -tx1 "$program" | tr -d ' \n') == *$(od -An -v -tx1 | tr -d ' \n')* ]]
+}
+printf 'PerMonitorV2' | has_resource || refuse "lacks its manifest"
+printf 'るりはなリンク集計管理' | iconv -f UTF-8 -t UTF-16LE | has_resource ||
+  refuse "lacks its Japanese version resource"
+
 size=$(stat -c %s "$program")
 ((size <= largest)) || refuse "$size bytes, more than $largest"
 exit $failed

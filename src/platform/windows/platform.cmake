@@ -5,8 +5,20 @@ target_compile_definitions(karvel_platform PUBLIC
   _WIN32_WINNT=0x0601 WINVER=0x0601 UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
 target_link_libraries(karvel_platform PUBLIC karvel_core PRIVATE wininet)
 
-# A program with windows, no console, and nothing in it that only a debugger reads.
+enable_language(RC)
+
+# A program with windows, no console, and nothing in it that only a debugger reads; with the icons,
+# the version and the manifest that Windows looks for in it.
 function(karvel_finish_program target)
+  set(script ${CMAKE_SOURCE_DIR}/src/platform/windows/karvel.rc)
+  set(icons ${CMAKE_SOURCE_DIR}/assets/icons)
+  string(REPLACE "." "," version_numbers ${PROJECT_VERSION}.0)
+  set_source_files_properties(${script} PROPERTIES
+    COMPILE_DEFINITIONS
+      "KARVEL_VERSION=\\\"${PROJECT_VERSION}\\\";KARVEL_VERSION_NUMBERS=${version_numbers}"
+    INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR}/src;${icons};${CMAKE_SOURCE_DIR}/src/platform/windows"
+    OBJECT_DEPENDS "${icons}/window.ico;${icons}/normal.ico;${icons}/failure.ico;${CMAKE_SOURCE_DIR}/src/platform/windows/karvel.manifest")
+  target_sources(${target} PRIVATE ${script})
   set_target_properties(${target} PROPERTIES WIN32_EXECUTABLE ON)
   target_link_options(${target} PRIVATE -s)
 endfunction()
