@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 namespace karvel {
@@ -38,6 +39,29 @@ TEST(CodePage932, ReplacesWhatHasNoCounterpart) {
   EXPECT_EQ(toCodePage932("a\xE3\x81"), "a?");
   EXPECT_EQ(fromCodePage932("a\x81\x20z"), "a\u30FB z");
   EXPECT_EQ(fromCodePage932("a\0b"s), "a\0b"s);
+}
+
+TEST(CodePage932, TakesTheUsualLookAlikes) {
+  EXPECT_EQ(toCodePage932("\u301C\u2212\u2014\u2016"), toCodePage932("\uFF5E\uFF0D\u2015\u2225"));
+  EXPECT_EQ(toCodePage932("\u00A2\u00A3\u00AC"), toCodePage932("\uFFE0\uFFE1\uFFE2"));
+  EXPECT_EQ(toCodePage932("\u00A5\u203E"), "\\~");
+  EXPECT_EQ(toCodePage932("\u00A9\u00E9"), "??") << "no letters without their accents";
+}
+
+TEST(CodePage932, IsOneTableOnEveryPlatform) {
+  // FNV-1a over what each pair of bytes decodes to.
+  std::uint64_t hash = 0;
+  for (int first = 0; first <= 0xFF; ++first) {
+    const auto lead = static_cast<char>(first);
+    for (int second = 0; second <= 0xFF; ++second) {
+      for (const char c : fromCodePage932(std::string{lead, static_cast<char>(second)})) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3U;
+      }
+    }
+    if (isLeadByte932(lead)) continue;
+    EXPECT_EQ(toCodePage932(fromCodePage932(std::string(1, lead))), std::string(1, lead)) << first;
+  }
+  EXPECT_EQ(hash, 0x189fc98a59515c34U);
 }
 
 TEST(CodePage932, DropsHalfACharacterAtTheEnd) {
