@@ -26,7 +26,10 @@ class Layout : public QtFixture,
     QApplication::setFont(font);
     show(form_);
   }
-  void TearDown() override { QApplication::setFont(usualFont_); }
+  void TearDown() override {
+    QtFixture::TearDown();
+    QApplication::setFont(usualFont_);
+  }
 
   QWidget* widget(const Control& control) const {
     return find<QWidget>(form_, control.row().name, control.row().index);

@@ -6,6 +6,7 @@
 #include <QTest>
 #include <QTimer>
 #include <string>
+#include <vector>
 
 #include "platform/form.h"
 #include "platform/linux/qt_desktop.h"
@@ -34,7 +35,12 @@ class QtFixture : public ::testing::Test {
     return parent == nullptr ? nullptr : parent->findChild<Widget*>(widgetName(name, index));
   }
 
+  void TearDown() override {
+    for (Form* form : shown_) desktop_.release(*form);
+  }
+
   void show(Form& form) {
+    shown_.push_back(&form);
     desktop_.bind(form);
     form.setVisible(true);
     desktop_.processPendingMessages();
@@ -47,6 +53,9 @@ class QtFixture : public ::testing::Test {
   }
 
   QtDesktop desktop_;
+
+ private:
+  std::vector<Form*> shown_;
 };
 
 }  // namespace karvel

@@ -25,6 +25,7 @@ TEST_F(Window, IsMadeWhenTheFormIsFirstShown) {
   EXPECT_EQ(find<QLineEdit>(form_, "Text", 0)->text(), "early");
   form_.setVisible(false);
   EXPECT_FALSE(window("SampleForm")->isVisible());
+  desktop_.release(form_);
 }
 
 TEST_F(Window, TheCloseBoxAsksTheFormAndNothingElseCloses) {
@@ -151,6 +152,45 @@ TEST_F(Window, EnterAndEscapePressTheirButtons) {
 TEST_F(Window, TheFirstFieldInTabOrderHasTheFocus) {
   show(form_);
   EXPECT_EQ(window("SampleForm")->focusWidget(), find<QLineEdit>(form_, "Text", 1));
+}
+
+TEST_F(Window, ACommandHasTheFocusAgainAfterItsRun) {
+  show(form_);
+  QWidget* button = find<QPushButton>(form_, "Button", 2);
+  button->setFocus();
+  form_.control("Button", 2).onClick = [&] {
+    for (const int index : {0, 1, 2}) form_.control("Button", index).setEnabled(false);
+    EXPECT_NE(window("SampleForm")->focusWidget(), button);
+    for (const int index : {0, 1, 2}) form_.control("Button", index).setEnabled(true);
+  };
+  QTest::keyClick(button, Qt::Key_Space);
+  EXPECT_EQ(window("SampleForm")->focusWidget(), button);
+}
+
+TEST_F(Window, ADisabledControlDoesNotTakeTheFocusBackFromTheUser) {
+  show(form_);
+  QWidget* button = find<QPushButton>(form_, "Button", 2);
+  QWidget* field = find<QLineEdit>(form_, "Text", 0);
+  button->setFocus();
+  form_.control("Button", 2).setEnabled(false);
+  QTest::mouseClick(field, Qt::LeftButton);
+  field->setFocus();
+  form_.control("Button", 2).setEnabled(true);
+  EXPECT_EQ(window("SampleForm")->focusWidget(), field);
+}
+
+TEST_F(Window, GrowsWithTheSystemsFont) {
+  show(form_);
+  const QSize before = window("SampleForm")->size();
+  const QFont usual = QApplication::font();
+  QFont large = usual;
+  large.setPointSizeF(usual.pointSizeF() * 2);
+  QApplication::setFont(large);
+  desktop_.processPendingMessages();
+  const QSize after = window("SampleForm")->size();
+  QApplication::setFont(usual);
+  EXPECT_GT(after.width(), before.width() * 1.8);
+  EXPECT_GT(after.height(), before.height() * 1.8);
 }
 
 class Modal : public Window {

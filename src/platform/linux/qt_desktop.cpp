@@ -68,6 +68,7 @@ QtDesktop::~QtDesktop() {
 }
 
 void QtDesktop::bind(Form& form) {
+  release(form);
   views_[&form] = std::make_unique<QtFormView>(form, nullptr, Qt::NonModal);
 }
 
@@ -78,6 +79,7 @@ void QtDesktop::release(Form& form) {
 void QtDesktop::showModal(Form& dialog, Form& owner) {
   if (quitting_) return;
   closeQtPopup();
+  release(dialog);
   auto& view = views_[&dialog];
   view = std::make_unique<QtFormView>(dialog, visibleWindow(owner), Qt::ApplicationModal);
   QEventLoop loop;

@@ -22,7 +22,7 @@ void showQtMessage(QWidget* owner, const std::string& title, const std::string& 
 }
 
 std::string chooseQtFolder(QWidget* owner, const std::string& title) {
-  QFileDialog dialog(owner, toQt(title));
+  QFileDialog dialog(owner, toQt(title), QDir::homePath());
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   dialog.setLabelText(QFileDialog::Accept, QStringLiteral("OK"));

@@ -147,10 +147,22 @@ void QtFormWindow::centre() {
 void QtFormWindow::syncControl(Control& control) {
   for (const auto& widget : widgets_) {
     if (&widget->control() != &control) continue;
+    const QWidget* focused = focusWidget();
     widget->sync();
+    keepFocusFor(widget->widget(), focused);
     // A run keeps the message loop waiting; what it reports is seen all the same.
     if (widget->widget().isVisible()) widget->widget().repaint();
     return;
+  }
+}
+
+void QtFormWindow::keepFocusFor(QWidget& widget, const QWidget* focusedBefore) {
+  if (widget.isEnabled()) {
+    if (&widget != focusWaiting_) return;
+    focusWaiting_.clear();
+    widget.setFocus();
+  } else if (&widget == focusedBefore && focusWaiting_.isNull()) {
+    focusWaiting_ = &widget;
   }
 }
 
@@ -196,6 +208,9 @@ void QtFormWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 bool QtFormWindow::eventFilter(QObject* watched, QEvent* event) {
+  const bool byUser =
+      event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress;
+  if (byUser) focusWaiting_.clear();
   const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
   // A key that a control leaves alone is sent to the window next: it is one event all the same.
   if (key && watched == focusWidget()) previewKey(static_cast<const QKeyEvent&>(*event));

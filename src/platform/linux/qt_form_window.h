@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <memory>
 #include <string>
@@ -41,6 +42,7 @@ class QtFormWindow final : public QWidget {
   void showInFront();
   void centre();
   void reportState();
+  void keepFocusFor(QWidget& widget, const QWidget* focusedBefore);
   void previewKey(const QKeyEvent& event);
   void pressFocusedOr(ControlRow::Style fallback);
   [[nodiscard]] QtControlWidget* firstInTabOrder() const;
@@ -48,6 +50,9 @@ class QtFormWindow final : public QWidget {
   Form* form_;
   std::unordered_map<std::string, std::unique_ptr<QButtonGroup>> optionGroups_;
   std::vector<std::unique_ptr<QtControlWidget>> widgets_;
+  /// Had the focus until it was disabled, and receives it again with its enabling, unless the user
+  /// has turned to another control meanwhile. (A command is disabled while it runs.)
+  QPointer<QWidget> focusWaiting_;
   bool layingOut_ = false;
 };
 

@@ -22,6 +22,7 @@ int QtStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget
       return '*';
     case SH_LineEdit_PasswordMaskDelay:
     case SH_EtchDisabledText:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
       return 0;
     default:
       return QProxyStyle::styleHint(hint, option, widget, returned);
