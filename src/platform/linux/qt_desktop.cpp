@@ -42,7 +42,7 @@ QtDesktop::QtDesktop()
     : endSignals_(endSignals()),
       application_(arguments_.count, arguments_.values),
       endSignalNotifier_(endSignals_.descriptor(), QSocketNotifier::Read) {
-  QApplication::setStyle(std::make_unique<QtStyle>().release());
+  installQtStyle();
   QApplication::setWindowIcon(qtWindowImage());
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setQuitLockEnabled(false);

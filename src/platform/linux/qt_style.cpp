@@ -1,5 +1,7 @@
 #include "platform/linux/qt_style.h"
 
+#include <QApplication>
+
 #include "platform/linux/qt_colours.h"
 
 namespace karvel {
@@ -27,6 +29,10 @@ int QtStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget
     default:
       return QProxyStyle::styleHint(hint, option, widget, returned);
   }
+}
+
+void installQtStyle() {
+  QApplication::setStyle(new QtStyle);  // which takes it over
 }
 
 }  // namespace karvel

@@ -15,4 +15,7 @@ class QtStyle final : public QProxyStyle {
                 QStyleHintReturn* returned) const override;
 };
 
+/// Makes it the application's style.
+void installQtStyle();
+
 }  // namespace karvel
