@@ -199,10 +199,9 @@ TEST_F(Binding, CaptionsAreShownLetterForLetter) {
 }
 
 TEST_F(Binding, AListShowsItsEntries) {
-  form_.control("List").addItem("b");
-  form_.control("List").addItem("a");
+  form_.control("List").setItems({"b", "a"});
   EXPECT_EQ(find<QListWidget>(form_, "List")->item(1)->text(), "a");
-  form_.control("List").clearItems();
+  form_.control("List").setItems({});
   EXPECT_EQ(find<QListWidget>(form_, "List")->count(), 0);
 }
 
