@@ -101,7 +101,8 @@ void ReceptionTally::addHandled(const Fields& fields) {
   if (isPositive(reservations)) ++counts_.reservations;
 
   if (issueWritten) {
-    addToBand(*issueWritten / kSecondsPerHour);
+    const int wholeHours = *issueWritten / kSecondsPerHour;
+    addToBand(wholeHours);
   } else if (const auto hour = leadingHour(issueTime)) {
     addToBand(*hour);
   }

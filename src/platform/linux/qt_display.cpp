@@ -30,7 +30,7 @@ bool xServerAnswers() {
 }
 
 std::string waylandSocket() {
-  const std::string name = environment("WAYLAND_DISPLAY");
+  std::string name = environment("WAYLAND_DISPLAY");
   if (name.empty() || name.front() == '/') return name;
   const std::string folder = environment("XDG_RUNTIME_DIR");
   return folder.empty() ? "" : folder + "/" + name;
