@@ -17,7 +17,7 @@ inline std::uint64_t eightBytes(const char* bytes) {
 
 /// The same byte in each of the eight places.
 constexpr std::uint64_t inEachPlace(unsigned char byte) {
-  return 0x0101'0101'0101'0101 * byte;
+  return std::uint64_t{0x0101'0101'0101'0101} * byte;
 }
 
 }  // namespace karvel

@@ -102,7 +102,8 @@ INSTANTIATE_TEST_SUITE_P(
                       Case{"-rw-r--r-- 1 a b 1 Jan 01  2024 a\\b", "(none)"},
                       Case{"-rw-r--r-- 1 a b 1 Jan 01  2024 a\tb", "(none)"},
                       Case{"-rw-r--r-- 1 a b 1 Jan 01  2024 a\x7F", "(none)"},
-                      Case{std::string("-rw-r--r-- 1 a b 1 Jan 01  2024 a\0b", 37), "(none)"}));
+                      Case{std::string("-rw-r--r-- 1 a b 1 Jan 01  2024 a") + '\0' + "b",
+                           "(none)"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Names, ListingLine,

@@ -32,7 +32,7 @@ TEST(IniText, FindsValues) {
       {"unclosed section", "[Section\r\nKey=v\r\n", ""},
       {"before any section", "Key=v\r\n[Section]\r\n", ""},
       {"empty", "", ""},
-      {"NUL bytes", std::string("\0\0[Section]\r\nKey=v\r\n", 22), ""},
+      {"NUL bytes", std::string(2, '\0') + "[Section]\r\nKey=v\r\n", ""},
   };
   for (const auto& c : cases) EXPECT_EQ(iniValue(c.text, "Section", "Key"), c.value) << c.what;
 }
