@@ -1,0 +1,228 @@
+#!/usr/bin/python3
+"""What a shop gets: the installer and the portable zip, tried out under Wine."""
+
+import hashlib
+import os
+import re
+import shutil
+import subprocess
+import tempfile
+import unittest
+import zipfile
+from pathlib import Path
+
+from windows_machine import WindowsMachine, wait_until, windows_path
+
+PROGRAM = Path(os.environ["KARVEL_PROGRAM"])
+VERSION = os.environ["KARVEL_VERSION"]
+WORK = Path(os.environ["KARVEL_WORK_FOLDER"])
+MAKE_PACKAGES = Path(__file__).resolve().parents[2] / "packaging" / "make-packages"
+
+PACKAGES = WORK / "packages"
+SETUP = PACKAGES / f"karvel-{VERSION}-setup.exe"
+PORTABLE = PACKAGES / f"karvel-{VERSION}-portable.zip"
+
+CODE_PAGE = "cp932"
+PRODUCT = "るりはなリンク集計管理"
+UNINSTALL_KEY = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\karvel"
+RUN_KEY = r"Software\Microsoft\Windows\CurrentVersion\Run"
+
+DONE, REFUSED, STILL_RUNNING = 0, 2, 3
+
+TICKET_SETTINGS = ("[USER INFOMATION]\r\nTODAY=240105\r\n"
+                   "[KARVEL1 INFOMATION]\r\nUSER NAME=本店\r\n")
+RESIDENT_SETTINGS = ("[FTP INFOMATION]\r\nFTP CODE=00345\r\nFTP TIME=1\r\nHST FOLD={folder}\r\n"
+                     "OUT FOLD={out}\r\nFTP TYPE=0\r\nFTP CHKC=1\r\nGRUP CODE=12\r\n"
+                     "GRUP NAME=ソ連絡先表\r\nFTP EXIT=9\r\nFTP INIT=9\r\n")
+
+machine = None
+
+
+def setUpModule():
+    global machine
+    WORK.mkdir(exist_ok=True)
+    shutil.rmtree(PACKAGES, ignore_errors=True)
+    subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, PACKAGES], check=True)
+    machine = WindowsMachine(WORK / "wine")
+    unittest.addModuleCleanup(machine.shut_down)
+
+
+def content_of(folder):
+    """Path and content of every file below a folder."""
+    return {str(path.relative_to(folder)): path.read_bytes()
+            for path in folder.rglob("*") if path.is_file()}
+
+
+def work_files(names):
+    return [name for name in names if name.lower().endswith(".txt")]
+
+
+class PackagesTest(unittest.TestCase):
+    def test_the_checksums_are_those_of_the_packages(self):
+        sums = dict(reversed(line.split("  ")) for line in
+                    (PACKAGES / "SHA256SUMS").read_text().splitlines())
+        self.assertEqual(sums, {package.name: hashlib.sha256(package.read_bytes()).hexdigest()
+                                for package in (SETUP, PORTABLE)})
+        self.assertEqual(set(content_of(PACKAGES)), {*sums, "SHA256SUMS"})
+
+    def test_the_portable_zip_is_ready_to_be_unpacked_and_started(self):
+        with zipfile.ZipFile(PORTABLE) as package:
+            names = package.namelist()
+            top = f"karvel-{VERSION}/"
+            self.assertEqual(package.read(top + "karvel.exe"), PROGRAM.read_bytes())
+            self.assertIn(top + "Log/", names)
+            self.assertIn(top + "karvel-manual/manual.ja.html", names)
+            self.assertEqual([name for name in names if not name.startswith(top)], [])
+            self.assertEqual(work_files(names), [])
+
+
+class SetupTest(unittest.TestCase):
+    def setUp(self):
+        machine.delete_key(UNINSTALL_KEY)
+        machine.delete_value(RUN_KEY, "karvel")
+        self.base = Path(tempfile.mkdtemp(dir=WORK, prefix="shop-"))
+        self.addCleanup(shutil.rmtree, self.base)
+        self.folder = self.base / "集計 ソフト 表"
+        self.out = self.base / "out"
+        self.out.mkdir()
+
+    def set_up(self, *switches, folder=None):
+        """A silent run of the installer. It takes the rest of its command line for the folder,
+        blanks and all, and must not see it in quotes."""
+        target = f"/D={windows_path(folder or self.folder)}".split(" ")
+        return machine.run(SETUP, "/S", *switches, *target)
+
+    def uninstall(self, *switches):
+        """Returns when the uninstaller is done; it works from a copy of itself."""
+        uninstaller = self.folder / "karvel-uninstall.exe"
+        machine.run(uninstaller, "/S", *switches)
+        wait_until(lambda: not machine.registry_values(UNINSTALL_KEY), "uninstalled")
+
+    def write(self, name, text):
+        file = self.folder / name
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_bytes(text.encode(CODE_PAGE))
+
+    @property
+    def settings(self):
+        return (self.folder / "karvel.hnb").read_bytes().decode(CODE_PAGE)
+
+    def log(self):
+        return b"".join(file.read_bytes() for file in (self.folder / "Log").iterdir())
+
+    def menu(self):
+        return (machine.home / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs" / PRODUCT)
+
+    def start_resident(self):
+        self.write("karvel.hnb", RESIDENT_SETTINGS.format(folder=windows_path(self.folder),
+                                                          out=windows_path(self.out)))
+        self.write("karvel.ini", TICKET_SETTINGS)
+        run = machine.start(self.folder / "karvel.exe")
+        self.addCleanup(run.wait, 60)
+        self.addCleanup(run.kill)
+        wait_until(lambda: "FTP INIT=0" in self.settings, "request keys reset")
+        return run
+
+    def test_a_first_installation(self):
+        self.assertEqual(self.set_up(), DONE)
+
+        installed = content_of(self.folder)
+        self.assertEqual(installed.pop("karvel.exe"), PROGRAM.read_bytes())
+        installed.pop("karvel-uninstall.exe")
+        self.assertIn("karvel-manual/manual.ja.html", installed)
+        self.assertEqual([name for name in installed if not name.startswith("karvel-manual/")], [])
+        self.assertEqual(work_files(installed), [])
+        self.assertTrue((self.folder / "Log").is_dir())
+
+        entry = machine.registry_values(UNINSTALL_KEY)
+        folder = windows_path(self.folder)
+        self.assertEqual((entry["DisplayName"], entry["DisplayVersion"], entry["InstallLocation"],
+                          entry["UninstallString"]),
+                         (PRODUCT, VERSION, folder, f'"{folder}\\karvel-uninstall.exe"'))
+        self.assertEqual(machine.registry_values(RUN_KEY)["karvel"], f'"{folder}\\karvel.exe"')
+        self.assertIn("-INIT".encode("utf-16-le"),
+                      (self.menu() / "集計管理 接続設定.lnk").read_bytes())
+
+        self.write("karvel.ini", TICKET_SETTINGS)
+        self.assertEqual(machine.run(self.folder / "karvel.exe"), 0)
+        self.assertEqual(
+            self.settings,
+            "[FTP INFOMATION]\r\nFTP SEVE=\r\nFTP FOLD=\r\nFTP NAME=\r\nFTP PASS=\r\n"
+            "FTP PORT=21\r\nFTP PSIV=1\r\nFTP CODE=\r\nFTP TIME=0\r\n"
+            f"HST FOLD={folder}\r\nOUT FOLD=\r\nFTP TYPE=3\r\nFTP CHKC=0\r\nFTP CHKF=0\r\n"
+            "GRUP CODE=9999\r\nGRUP NAME=るりはなリンク\r\nFTP EXIT=0\r\nFTP INIT=0\r\n")
+
+        self.uninstall()
+        self.assertEqual(set(content_of(self.folder)), {"karvel.hnb", "karvel.ini"})
+        self.assertFalse(self.menu().exists())
+        self.assertNotIn("karvel", machine.registry_values(RUN_KEY))
+
+    def test_an_upgrade_ends_the_running_program_and_keeps_what_is_the_shops(self):
+        self.assertEqual(self.set_up(), DONE)
+        with open(self.folder / "karvel.exe", "ab") as program:
+            program.write(b"an older one")
+        shops_own = {"Log/240104.log": "2024/01/04 10:00:00\tHS-FTP:PutFile OK\r\n",
+                     "temp/240105_1.tmp": "",
+                     "kvserver.ini": "0004 ftp.example.com\r\n"}
+        for name, text in shops_own.items():
+            self.write(name, text)
+        (self.folder / "karvel-manual" / "old.html").write_text("of the older one")
+
+        older = self.start_resident()
+        self.assertEqual(self.set_up(), DONE)
+
+        older.wait(60)
+        self.assertEqual((self.folder / "karvel.exe").read_bytes(), PROGRAM.read_bytes())
+        self.assertFalse((self.folder / "karvel-manual" / "old.html").exists())
+        # It sent once more, as it does on request.
+        self.assertEqual(self.log().count(b" Snd Exit"), 1)
+        self.assertTrue((self.out / "00345_240105.txt").exists())
+        for name, text in shops_own.items():
+            self.assertEqual((self.folder / name).read_bytes(), text.encode(CODE_PAGE), name)
+        # The new one runs: its start takes the request back.
+        wait_until(lambda: "FTP EXIT=0" in self.settings, "started again")
+        before = self.settings
+
+        self.uninstall()
+        self.assertEqual(self.log().count(b" Snd Exit"), 2)
+        left = {name for name in content_of(self.folder) if not name.startswith("Log/")}
+        self.assertEqual(left, {"karvel.hnb", "karvel.ini", "kvserver.ini", "temp/240105_1.tmp"})
+        self.assertEqual(re.sub("FTP EXIT=1", "FTP EXIT=0", self.settings), before)
+        self.assertIn("GRUP NAME=ソ連絡先表\r\n", before)
+
+    def test_a_program_that_does_not_end_is_left_alone(self):
+        self.assertEqual(self.set_up(), DONE)
+        self.write("karvel.hnb", "[FTP INFOMATION]\r\nFTP EXIT=0\r\nFTP INIT=0\r\n")
+        # Whoever has the file open for writing keeps it from being replaced, too.
+        holder = machine.start_holding(self.folder / "karvel.exe", self.base)
+        self.addCleanup(holder.communicate, timeout=60)
+        held = self.folder / "karvel.exe"
+        wait_until(lambda: held.stat().st_size > PROGRAM.stat().st_size, "file held")
+        before = held.read_bytes()
+        self.assertEqual(self.set_up("/STOPWAIT=3"), STILL_RUNNING)
+        self.assertEqual(held.read_bytes(), before)
+        self.assertIn("FTP EXIT=0\r\n", self.settings)
+
+    def test_a_folder_with_other_peoples_texts_is_refused(self):
+        self.write("memo.txt", "大事なメモ")
+        self.assertEqual(self.set_up(), REFUSED)
+        self.assertEqual(content_of(self.folder), {"memo.txt": "大事なメモ".encode(CODE_PAGE)})
+        self.write("karvel.ini", TICKET_SETTINGS)
+        self.assertEqual(self.set_up(), DONE)
+        self.uninstall()
+
+    def test_the_start_with_windows_stays_as_chosen(self):
+        self.assertEqual(self.set_up("/AUTOSTART=0"), DONE)
+        self.assertNotIn("karvel", machine.registry_values(RUN_KEY))
+        self.assertEqual(self.set_up(), DONE)
+        self.assertNotIn("karvel", machine.registry_values(RUN_KEY))
+        self.assertEqual(self.set_up("/AUTOSTART=1"), DONE)
+        self.assertIn("karvel", machine.registry_values(RUN_KEY))
+        self.assertEqual(self.set_up(), DONE)
+        self.assertIn("karvel", machine.registry_values(RUN_KEY))
+        self.uninstall()
+        self.assertFalse(self.folder.exists())
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
