@@ -35,6 +35,7 @@ Name "${PRODUCT}"
 OutFile "${OUTPUT}"
 InstallDir "$LOCALAPPDATA\Programs\karvel"
 InstallDirRegKey HKCU "${UNINSTALL_KEY}" "InstallLocation"
+BrandingText "${PRODUCT} ${VERSION}"
 ShowInstDetails show
 ShowUninstDetails show
 
@@ -48,6 +49,8 @@ VIAddVersionKey /LANG=1041 "ProductVersion" "${VERSION}"
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${NSISDIR}\Contrib\Graphics\Wizard\nsis3-metro.bmp"
+!define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_ABORTWARNING
 !define MUI_DIRECTORYPAGE_TEXT_TOP "集計管理を入れるフォルダを選んで下さい。設定、ログ、作業ファイルも同じフォルダに置かれます。$\r$\n発券システムの作業ファイルは、このフォルダの中の「temp」から読みます。"
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE checkChosenFolder

@@ -190,6 +190,23 @@ class SetupTest(unittest.TestCase):
         self.assertEqual(re.sub("FTP EXIT=1", "FTP EXIT=0", self.settings), before)
         self.assertIn("GRUP NAME=ソ連絡先表\r\n", before)
 
+    def test_the_uninstaller_removes_settings_and_logs_when_told_to(self):
+        self.assertEqual(self.set_up(), DONE)
+        self.write("karvel.hnb", "[FTP INFOMATION]\r\n")
+        self.write("Log/240104.log", "of the program")
+        self.write("Log/counter.log", "of somebody else")
+        run = machine.start(self.folder / "karvel-uninstall.exe")
+        self.addCleanup(run.wait, 60)
+
+        machine.wait_for_window("アンインストール")
+        machine.press("Return")
+        machine.wait_for_window("アンインストール")
+        machine.press("Left", "Return")
+        wait_until(lambda: not machine.registry_values(UNINSTALL_KEY), "uninstalled")
+        self.assertEqual(set(content_of(self.folder)), {"Log/counter.log"})
+        machine.wait_for_window("アンインストール")
+        machine.press("Return")
+
     def test_a_program_that_does_not_end_is_left_alone(self):
         self.assertEqual(self.set_up(), DONE)
         self.write("karvel.hnb", "[FTP INFOMATION]\r\nFTP EXIT=0\r\nFTP INIT=0\r\n")

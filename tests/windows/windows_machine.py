@@ -11,6 +11,7 @@ WINE_RUN = Path(__file__).resolve().parents[2] / "scripts" / "wine-run"
 # Generous: the first program of a prefix waits until Wine has set it up, on a busy machine.
 PROGRAM_SECONDS = 180
 WAIT_SECONDS = 60
+SETTLE_SECONDS = 2
 
 
 def windows_path(path):
@@ -31,6 +32,10 @@ class WindowsMachine:
         self.display, number = self._start_display()
         self.environment = {**os.environ, "KARVEL_WINEPREFIX": str(prefix),
                             "DISPLAY": f":{number}"}
+        # It draws the windows' titles and gives them the keys.
+        self.window_manager = subprocess.Popen(["openbox"], env=self.environment,
+                                               stdout=subprocess.DEVNULL,
+                                               stderr=subprocess.DEVNULL)
 
     @staticmethod
     def _start_display():
@@ -43,8 +48,9 @@ class WindowsMachine:
         return display, number
 
     def shut_down(self):
-        self.display.terminate()
-        self.display.wait()
+        for process in (self.window_manager, self.display):
+            process.terminate()
+            process.wait()
         self.display.stdout.close()
 
     @property
@@ -73,6 +79,21 @@ class WindowsMachine:
         return subprocess.Popen([WINE_RUN, "cmd", "/c", windows_path(script)],
                                 env=self.environment, stdin=subprocess.PIPE,
                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def x(self, *command):
+        """What xdotool says to a command; nothing when it failed."""
+        return subprocess.run(["xdotool", *command], env=self.environment, check=False,
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                              text=True).stdout.split()
+
+    def wait_for_window(self, title):
+        """The window with this title, when it has settled."""
+        wait_until(lambda: self.x("search", "--onlyvisible", "--name", title), title)
+        time.sleep(SETTLE_SECONDS)
+        return self.x("search", "--onlyvisible", "--name", title)[-1]
+
+    def press(self, *keys):
+        self.x("key", *keys)
 
     def registry_values(self, key):
         """The texts and numbers under a key of the user's; empty when there is no such key."""
