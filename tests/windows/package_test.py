@@ -117,6 +117,8 @@ class SetupTest(unittest.TestCase):
         self.write("karvel.hnb", RESIDENT_SETTINGS.format(folder=windows_path(self.folder),
                                                           out=windows_path(self.out)))
         self.write("karvel.ini", TICKET_SETTINGS)
+        # Also the one that an upgrade starts.
+        self.addCleanup(machine.run, "taskkill", "/f", "/im", "karvel.exe")
         run = machine.start(self.folder / "karvel.exe")
         self.addCleanup(run.wait, 60)
         self.addCleanup(run.kill)
@@ -197,6 +199,7 @@ class SetupTest(unittest.TestCase):
         self.write("Log/counter.log", "of somebody else")
         run = machine.start(self.folder / "karvel-uninstall.exe")
         self.addCleanup(run.wait, 60)
+        self.addCleanup(run.kill)
 
         machine.wait_for_window("アンインストール")
         machine.press("Return")
@@ -209,13 +212,15 @@ class SetupTest(unittest.TestCase):
 
     def test_a_program_that_does_not_end_is_left_alone(self):
         self.assertEqual(self.set_up(), DONE)
-        self.write("karvel.hnb", "[FTP INFOMATION]\r\nFTP EXIT=0\r\nFTP INIT=0\r\n")
         # Whoever has the file open for writing keeps it from being replaced, too.
         holder = machine.start_holding(self.folder / "karvel.exe", self.base)
         self.addCleanup(holder.communicate, timeout=60)
         held = self.folder / "karvel.exe"
         wait_until(lambda: held.stat().st_size > PROGRAM.stat().st_size, "file held")
         before = held.read_bytes()
+        self.assertEqual(self.set_up("/STOPWAIT=1"), STILL_RUNNING)
+        self.assertFalse((self.folder / "karvel.hnb").exists())
+        self.write("karvel.hnb", "[FTP INFOMATION]\r\nFTP EXIT=0\r\nFTP INIT=0\r\n")
         self.assertEqual(self.set_up("/STOPWAIT=3"), STILL_RUNNING)
         self.assertEqual(held.read_bytes(), before)
         self.assertIn("FTP EXIT=0\r\n", self.settings)
