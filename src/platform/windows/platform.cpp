@@ -7,9 +7,9 @@
 #include "platform/windows/mutex_instance.h"
 #include "platform/windows/system_clock.h"
 #include "platform/windows/wide_text.h"
+#include "platform/windows/win32_desktop.h"
 #include "platform/windows/win32_files.h"
 #include "platform/windows/win32_profile.h"
-#include "platform/windows/windowless_desktop.h"
 #include "platform/windows/wininet_internet.h"
 
 namespace karvel {
@@ -56,7 +56,7 @@ Platform makePlatform(int, char**) {
   platform.profile = std::make_unique<Win32Profile>();
   platform.internet = std::make_unique<WininetInternet>();
   platform.instance = std::make_unique<MutexInstance>();
-  platform.desktop = std::make_unique<WindowlessDesktop>();
+  platform.desktop = std::make_unique<Win32Desktop>();
   return platform;
 }
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+
+#include "platform/windows/win32_control_window.h"
+
+namespace karvel {
+
+/// A one-line text box. What is typed or pasted passes the form's filter and the length limit; a
+/// line holds no control characters.
+class Win32TextField final : public Win32ControlWindow {
+ public:
+  Win32TextField(Form& form, Control& control, HWND parent, WORD id);
+  ~Win32TextField() override;
+  void sync() override;
+  void notify(WORD notification) override;
+
+ private:
+  static LRESULT CALLBACK subclassProc(HWND window, UINT message, WPARAM first, LPARAM second,
+                                       UINT_PTR id, DWORD_PTR field);
+  LRESULT handleMessage(UINT message, WPARAM first, LPARAM second);
+  [[nodiscard]] LRESULT pass(UINT message, WPARAM first, LPARAM second) const;
+
+  [[nodiscard]] bool discards(WPARAM typed) const;
+  void paste();
+  [[nodiscard]] std::wstring accepted(const std::wstring& text) const;
+  void receiveFocus();
+  void prepareInputMethod() const;
+  void finishClick();
+  void syncSelection();
+  void select(std::size_t start, std::size_t length) const;
+  [[nodiscard]] bool hasSelection() const;
+
+  Form& form_;
+  bool syncing_ = false;
+  bool keptFocus_ = false;  ///< while another window was in front or a menu was open
+  bool focusedByClick_ = false;
+  bool selectionRequested_ = false;
+  std::size_t selectionStart_ = 0;
+  std::size_t selectionLength_ = 0;
+};
+
+}  // namespace karvel
