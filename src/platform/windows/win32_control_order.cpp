@@ -33,6 +33,7 @@ std::vector<Control*> inStackingOrder(const Form& form) {
   std::stable_sort(places.begin(), places.end(),
                    [](const Place& left, const Place& right) { return left.order < right.order; });
   std::vector<Control*> ordered;
+  ordered.reserve(places.size());
   for (const Place& place : places) ordered.push_back(place.control);
   return ordered;
 }
