@@ -6,6 +6,13 @@ namespace karvel {
 namespace {
 
 constexpr std::chrono::milliseconds kAcceptSlice{20};
+constexpr int kHighestPort = 60000;  ///< that the program takes from its settings
+
+TestSocket listenWithinReach(TestSocket::Family family) {
+  TestSocket listener = TestSocket::listen(family);
+  while (listener.port() > kHighestPort) listener = TestSocket::listen(family);
+  return listener;
+}
 
 /// "PORT 127,0,0,1,200,13" as "PORT".
 std::string withoutPort(const std::string& command, const std::string& line) {
@@ -19,7 +26,7 @@ ScriptedFtpServer::ScriptedFtpServer() : ScriptedFtpServer(Options()) {
 
 ScriptedFtpServer::ScriptedFtpServer(Options options)
     : options_(std::move(options)),
-      listener_(TestSocket::listen(options_.family)),
+      listener_(listenWithinReach(options_.family)),
       port_(listener_.port()),
       thread_([this] { serve(); }) {
 }

@@ -77,7 +77,7 @@ std::size_t utf8CharacterLength(std::string_view text) {
 }  // namespace
 
 std::string toCodePage932(std::string_view utf8) {
-  static const Converter converter("CP932", "UTF-8");
+  thread_local const Converter converter("CP932", "UTF-8");
   std::string bytes;
   while (!utf8.empty()) {
     converter.convert(utf8, bytes);
@@ -90,7 +90,7 @@ std::string toCodePage932(std::string_view utf8) {
 }
 
 std::string fromCodePage932(std::string_view bytes) {
-  static const Converter converter("UTF-8", "CP932");
+  thread_local const Converter converter("UTF-8", "CP932");
   std::string utf8;
   while (!bytes.empty()) {
     converter.convert(bytes, utf8);

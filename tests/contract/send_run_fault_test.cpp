@@ -1,0 +1,293 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <iostream>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "contract/run_report.h"
+#include "contract/site_shop.h"
+
+// A complete send run that replaces both its files, broken at every command that it sends in every
+// way that a server or the network can break it.
+
+namespace karvel {
+namespace {
+
+using std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
+
+constexpr milliseconds kShortLimit{300};
+constexpr milliseconds kPatience{10'000};
+constexpr milliseconds kLongestRun{15'000};  ///< however busy the machine is
+constexpr int kSideBySide = 12;              ///< the cases spend their time waiting
+constexpr int kAttempts = 4;                 ///< to reach a fault within short limits
+
+const std::string kFolder = std::string("/") + SiteShop::kSiteFolder + "/";
+const std::vector<std::string> kNames{SiteShop::kShopInfo, SiteShop::kTable};
+
+/// A command of the run: its place in the transcript (the greeting's is -1), and the how-manieth of
+/// its name it is.
+struct Moment {
+  int place;
+  std::string command;
+  int occurrence;
+};
+
+struct Fault {
+  enum class Effect : std::uint8_t {
+    kNone,       ///< the run must not notice
+    kEndsAfter,  ///< the session is over once the command has been answered
+    kEnds,       ///< the session is over without an answer
+    kOpen,       ///< it depends on the command what this does
+  };
+
+  const char* name;
+  FtpFault fault;
+  Effect effect;
+  milliseconds limit;
+  bool ofTransfers = false;
+};
+
+using Effect = Fault::Effect;
+
+const std::vector<Fault>& faults() {
+  static const std::vector<Fault> all{
+      {"421", FtpFault::refuse("421 Closing."), Effect::kOpen, kPatience},
+      {"450", FtpFault::refuse("450 Busy."), Effect::kOpen, kPatience},
+      {"550", FtpFault::refuse("550 No."), Effect::kOpen, kPatience},
+      {"dropped before", FtpFault::dropBefore(), Effect::kEnds, kPatience},
+      {"dropped after", FtpFault::dropAfter(), Effect::kEndsAfter, kPatience},
+      {"reset", FtpFault::reset(), Effect::kEnds, kPatience},
+      {"late", FtpFault::delay(2 * kShortLimit), Effect::kEnds, kShortLimit},
+      {"silent", FtpFault::stall(), Effect::kEnds, kShortLimit},
+      {"endless", FtpFault::endlessReply("200-and\r\n", milliseconds{5}), Effect::kEnds,
+       kShortLimit},
+      {"no code", FtpFault::replaceReply("\xFF\x01 what?"), Effect::kOpen, kShortLimit},
+      {"other code", FtpFault::replaceReply("299 (,,,,,) \"|||"), Effect::kOpen, kShortLimit},
+      {"byte by byte", FtpFault::splitReply(), Effect::kNone, kPatience},
+      {"cut", FtpFault::cutTransfer(10), Effect::kOpen, kPatience, true},
+      {"dropped within", FtpFault::dropTransfer(10), Effect::kEnds, kPatience, true},
+      {"silent within", FtpFault::stallTransfer(10), Effect::kEnds, kShortLimit, true},
+  };
+  return all;
+}
+
+/// Folders and files as they are before a run.
+void furnish(RemoteTree& tree) {
+  for (const std::string& name : kNames) tree.addFile(kFolder + name, "old " + name + "\r\n");
+}
+
+/// A run without faults: what it says to the server, and what it leaves there.
+struct Model {
+  bool passive = true;
+  std::vector<Moment> moments;
+  std::map<std::string, std::string> files;
+  int lastListing = 0;
+};
+
+bool isTransfer(const std::string& command) {
+  return command == "LIST" || command == "STOR";
+}
+
+Model modelRun(bool passive) {
+  ScriptedFtpServer server;
+  furnish(server.tree());
+  SiteShop shop(server);
+  shop.setPassive(passive);
+  shop.start();
+  shop.send();
+
+  Model model;
+  model.passive = passive;
+  model.moments.push_back({-1, ScriptedFtpServer::kGreeting, 1});
+  std::map<std::string, int> counts;
+  for (const std::string& line : server.transcript()) {
+    const int place = static_cast<int>(model.moments.size()) - 1;
+    const std::string command = line.substr(0, line.find(' '));
+    model.moments.push_back({place, command, ++counts[command]});
+    if (command == "LIST") model.lastListing = place;
+  }
+  for (const std::string& name : kNames) {
+    model.files[name] = server.tree().content(kFolder + name).value_or("");
+  }
+  EXPECT_TRUE(reportOf(shop.takeLog()).succeeded());
+  return model;
+}
+
+/// One fault at one moment: a run that meets it, then a run that does not.
+class FaultCase {
+ public:
+  FaultCase(const Model& model, const Moment& moment, const Fault& fault)
+      : model_(model), moment_(moment), fault_(fault) {
+    furnish(server_.tree());
+    server_.on(moment.command, moment.occurrence, fault.fault);
+    shop_.internet.longestLimit = static_cast<std::uint32_t>(fault.limit.count());
+    shop_.setPassive(model.passive);
+    shop_.start();
+  }
+
+  /// False when the run broke off before its fault, because the machine was slow.
+  [[nodiscard]] bool meetFault() {
+    const auto begin = Clock::now();
+    shop_.send();
+    elapsed_ = Clock::now() - begin;
+    report_ = reportOf(shop_.takeLog());
+    const auto lines = server_.transcript();
+    return static_cast<int>(lines.size()) > moment_.place;
+  }
+
+  void check() {
+    checkReport();
+    checkOutcome();
+    checkServer();
+    server_.behave();
+    checkNextRun();
+  }
+
+  [[nodiscard]] const std::vector<std::string>& problems() const { return problems_; }
+
+ private:
+  void expect(bool holds, const std::string& problem) {
+    if (holds) return;
+    problems_.push_back(moment_.command + " " + std::to_string(moment_.occurrence) + ", " +
+                        fault_.name + ": " + problem + ", status " +
+                        shop_.form().MsgLabel.caption());
+  }
+
+  /// Log, status line, flag, icon and tick counter tell one story.
+  void checkReport() {
+    const std::string& status = shop_.form().MsgLabel.caption();
+    expect(elapsed_ < kLongestRun, "took too long");
+    expect(report_.wellFormed, "the log is out of order");
+    if (report_.connected) {
+      expect(status == report_.lastStatus, "status line and log differ");
+    } else {
+      const std::string openNg = "FTP:OPEN NG ";
+      const bool noFolder = status == "指定フォルダがありません";
+      expect(noFolder || (status.starts_with(openNg) && isFailureText(status.substr(12))),
+             "no reason on the status line");
+    }
+    const bool succeeded = report_.succeeded();
+    expect(shop_.own("FTP CHKF") == (succeeded ? "1" : "0"), "flag");
+    expect(shop_.desktop.tray == (succeeded ? TrayImage::kNormal : TrayImage::kFailure), "icon");
+    expect(shop_.form().SndNG == !succeeded, "SndNG");
+    expect(shop_.form().TimerCount == (succeeded ? 0 : -150), "tick counter");
+    expect(shop_.desktop.messageBoxes.empty(), "a message box");
+    expect(shop_.isTidy(), "a local file is left");
+  }
+
+  void checkOutcome() {
+    const bool late = fault_.effect == Effect::kEndsAfter ? moment_.place >= model_.lastListing
+                                                          : moment_.place > model_.lastListing;
+    if (fault_.effect == Effect::kNone) {
+      expect(report_.succeeded(), "a harmless fault fails the run");
+    } else if (fault_.effect != Effect::kOpen && !late) {
+      expect(!report_.succeeded(), "success without a session");
+    } else if (late && fault_.limit == kPatience) {
+      expect(report_.succeeded(), "what comes after the delivery fails the run");
+    }
+  }
+
+  /// Whole files or none, and new ones where the run says so.
+  void checkServer() {
+    for (const std::string& name : kNames) {
+      const auto content = server_.tree().content(kFolder + name);
+      const bool isNew = content == model_.files.at(name);
+      expect(!content || isNew || content == "old " + name + "\r\n", "a part of " + name);
+      // When its change of folder has failed, a run goes on where it is.
+      const auto astray = server_.tree().content("/" + name);
+      expect(!astray || (moment_.command == "CWD" && astray == model_.files.at(name)),
+             name + " in the login folder");
+      const auto said = name == SiteShop::kTable ? report_.table : report_.shopInfo;
+      expect(said != RunReport::Delivery::kDone || isNew || astray, name + " is not there");
+    }
+  }
+
+  void checkNextRun() {
+    shop_.internet.longestLimit = static_cast<std::uint32_t>(kPatience.count());
+    shop_.send();
+    report_ = reportOf(shop_.takeLog());
+    expect(report_.succeeded() && report_.shopInfo == RunReport::Delivery::kDone,
+           "the next run fails");
+    checkReport();
+    for (const std::string& name : kNames) {
+      expect(server_.tree().content(kFolder + name) == model_.files.at(name),
+             "the next run leaves no new " + name);
+    }
+    expect(server_.tree().entries(std::string("/") + SiteShop::kSiteFolder).size() == kNames.size(),
+           "the next run leaves more than its files");
+    expect(server_.connections() == 2, "connections");
+  }
+
+  const Model& model_;
+  const Moment& moment_;
+  const Fault& fault_;
+  ScriptedFtpServer server_;
+  SiteShop shop_{server_};
+  RunReport report_;
+  Clock::duration elapsed_{};
+  std::vector<std::string> problems_;
+};
+
+struct Cell {
+  const Moment& moment;
+  const Fault& fault;
+};
+
+std::vector<Cell> cellsOf(const Model& model) {
+  std::vector<Cell> cells;
+  for (const Moment& moment : model.moments) {
+    for (const Fault& fault : faults()) {
+      if (!fault.ofTransfers || isTransfer(moment.command)) cells.push_back({moment, fault});
+    }
+  }
+  return cells;
+}
+
+std::vector<std::string> problemsOf(const Model& model, const Cell& cell) {
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    FaultCase faultCase(model, cell.moment, cell.fault);
+    if (!faultCase.meetFault()) continue;
+    faultCase.check();
+    return faultCase.problems();
+  }
+  return {cell.moment.command + ", " + cell.fault.name + ": never reached"};
+}
+
+class SendRunFaults : public ::testing::TestWithParam<bool> {};
+
+TEST_P(SendRunFaults, AtEveryCommandLeaveWholeFilesAndATrueReport) {
+  const Model model = modelRun(GetParam());
+  const std::vector<Cell> cells = cellsOf(model);
+  std::atomic<std::size_t> next = 0;
+  std::mutex mutex;
+  std::vector<std::string> problems;
+  const auto work = [&] {
+    for (std::size_t i = next++; i < cells.size(); i = next++) {
+      const auto found = problemsOf(model, cells[i]);
+      const std::lock_guard lock(mutex);
+      problems.insert(problems.end(), found.begin(), found.end());
+    }
+  };
+  std::vector<std::thread> workers;
+  for (int i = 0; i < kSideBySide; ++i) workers.emplace_back(work);
+  for (std::thread& worker : workers) worker.join();
+
+  std::cout << "fault matrix: " << model.moments.size() << " moments, " << cells.size()
+            << " cases\n";
+  RecordProperty("cases", static_cast<int>(cells.size()));
+  for (const std::string& problem : problems) ADD_FAILURE() << problem;
+}
+
+INSTANTIATE_TEST_SUITE_P(Modes, SendRunFaults, ::testing::Bool(),
+                         [](const auto& mode) { return mode.param ? "Passive" : "Active"; });
+
+}  // namespace
+}  // namespace karvel

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/program.h"
+#include "contract/impatient_internet.h"
+#include "contract/scratch_folder.h"
+#include "fakes/fake_desktop.h"
+#include "fakes/scripted_ftp_server.h"
+
+namespace karvel {
+
+/// The whole program with the platform's own files, settings and internet library, in a folder of
+/// its own: a shop with one desk that sends to a scripted server. Its clock stands still, so that
+/// every run sends the same bytes; its panel is never drawn.
+class SiteShop {
+  ScratchFolder folder_;
+  Platform platform_;
+
+ public:
+  // The two files of a run.
+  static constexpr const char* kTable = "00345_240115.txt";
+  static constexpr const char* kShopInfo = "1200345.inf";
+  /// The folder on the server that the shop sends to.
+  static constexpr const char* kSiteFolder = "in";
+
+  /// The user's own site is the server, its account the shop's.
+  explicit SiteShop(ScriptedFtpServer& server);
+
+  ImpatientInternet& internet;
+  FakeDesktop& desktop;
+
+  // Settings; the panel takes its own from them at start().
+  void setOwn(const std::string& key, const std::string& value);
+  void setTicket(const std::string& section, const std::string& key, const std::string& value);
+  [[nodiscard]] std::string own(const std::string& key) const;
+  void setPassive(bool passive) { setOwn("FTP PSIV", passive ? "1" : "0"); }
+  /// Turns the settings to the ticket service's site, which is the same server.
+  void useServiceSite();
+
+  /// Starts the program, resident, with its tick counter at 0 and no site reached yet.
+  void start();
+  /// One unattended run, as the tray menu starts it.
+  void send();
+  /// The same by the panel's transfer button.
+  void sendFromPanel();
+  [[nodiscard]] FtpForm& form();
+
+  /// The run log's messages since the last call.
+  std::vector<std::string> takeLog();
+  /// Nothing that a run makes is left in the program's folder.
+  [[nodiscard]] bool isTidy() const;
+
+ private:
+  ScriptedFtpServer& server_;
+  std::unique_ptr<Program> program_;
+  std::size_t logTaken_ = 0;
+};
+
+}  // namespace karvel
