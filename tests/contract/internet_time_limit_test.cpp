@@ -82,6 +82,30 @@ TEST_F(InternetTimeLimits, ASlowServerIsNoSilentOne) {
   EXPECT_TRUE(put(session, "x", "x")) << internet_->lastError();
 }
 
+TEST_F(InternetTimeLimits, AnActiveConnectionMayComeLateButNotTooLate) {
+  server_.tree().addFile("/x", "x");
+  for (const char* command : {"LIST", "STOR"}) {
+    server_.on(command, 1, FtpFault::lateConnection(milliseconds{kLimit / 3}));
+    server_.on(command, 2, FtpFault::lateConnection(5 * milliseconds{kLimit}));
+  }
+  Handle session = connect(0);
+  EXPECT_EQ(list(session), (Names{"x"})) << internet_->lastError();
+  EXPECT_TRUE(put(session, "y", "y")) << internet_->lastError();
+  Internet::FindData entry;
+  EXPECT_EQ(errorOf([&] { return internet_->findFirst(session, "*.*", entry); }),
+            Internet::kErrorTimeout);
+  EXPECT_FALSE(internet_->deleteFile(session, "x")) << "no late reply may answer this";
+  EXPECT_TRUE(internet_->close(session));
+
+  session = 0;
+  for (int i = 0; i < 10 && session == 0; ++i) session = connect(0);  // it serves one at a time
+  ASSERT_NE(session, 0U);
+  EXPECT_EQ(errorOf([&] { return put(session, "z", "z"); }), Internet::kErrorTimeout);
+  EXPECT_FALSE(internet_->deleteFile(session, "x")) << "no late reply may answer this";
+  EXPECT_TRUE(internet_->close(session));
+  EXPECT_TRUE(server_.tree().isFile("/x"));
+}
+
 TEST_F(InternetTimeLimits, ServersThatSpeakNoFtp) {
   const struct {
     const char* name;

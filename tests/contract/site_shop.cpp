@@ -80,6 +80,7 @@ void SiteShop::useServiceSite() {
   folder_.add("kvserver.ini", "0004 127.0.0.1\r\n0005 shop.service.example\r\n");
   setTicket("FTP INFOMATION", "FTP USER", "noto345");
   setTicket("FTP INFOMATION", "FTP CODE", "00112233");
+  setTicket("FTP INFOMATION", "DOMAIN", "shop.service.example");
   setTicket("FTP INFOMATION", "FTP MODE", "PASV");
   setTicket("FTP INFOMATION", "FTP PORT", std::to_string(server_.port()));
 }

@@ -23,6 +23,7 @@ struct FtpFault {
     kCutTransfer,
     kDropTransfer,
     kStallTransfer,
+    kLateConnection,
   };
 
   Kind kind = Kind::kNone;
@@ -60,6 +61,10 @@ struct FtpFault {
   static FtpFault dropTransfer(std::size_t bytes) { return {Kind::kDropTransfer, {}, {}, bytes}; }
   /// The server does nothing more after so many bytes of data.
   static FtpFault stallTransfer(std::size_t bytes) { return {Kind::kStallTransfer, {}, {}, bytes}; }
+  /// An active transfer is announced that much earlier than its connection is opened.
+  static FtpFault lateConnection(std::chrono::milliseconds time) {
+    return {Kind::kLateConnection, {}, time, 0};
+  }
 };
 
 }  // namespace karvel

@@ -257,6 +257,7 @@ TestSocket FtpServerSession::openData() {
   passive_ = TestSocket();
   if (!listener.valid()) {
     say("150 Opening data connection.");
+    if (fault_.kind == Kind::kLateConnection) pause(fault_.time);
     return TestSocket::connect(server_.options().family, std::exchange(activePort_, 0));
   }
   TestSocket data;

@@ -1,9 +1,11 @@
 #include "platform/linux/ftp_connection.h"
 
 #include <arpa/inet.h>
+#include <poll.h>
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/linux/curl_error.h"
@@ -53,6 +55,7 @@ FtpConnection::FtpConnection(Login login, FtpTimeLimits limits)
 
 FtpConnection::~FtpConnection() {
   if (!loggedIn_) return;
+  lost_ = false;  // only ends it, which no late reply can harm
   // An exchange without a command whose connection is not kept: libcurl says QUIT itself.
   prepare("");
   curl_easy_setopt(easy_.get(), CURLOPT_NOBODY, 1L);
@@ -113,6 +116,7 @@ void FtpConnection::prepare(const std::string& path) {
   curl_easy_reset(easy_.get());  // options only: the connection stays
   reader_ = nullptr;
   sink_ = nullptr;
+  listener_ = CURL_SOCKET_BAD;
   setAddress(path);
   setCallbacks();
   setManners();
@@ -167,6 +171,7 @@ FtpConnection::ErrorNumber FtpConnection::perform() {
 }
 
 FtpConnection::ErrorNumber FtpConnection::performWithin(milliseconds whole) {
+  if (lost_) return Internet::kErrorConnectionAborted;
   reply_.clear();
   readFailed_ = false;
   sinkFailed_ = false;
@@ -183,13 +188,29 @@ FtpConnection::ErrorNumber FtpConnection::run() {
     int running = 0;
     if (curl_multi_perform(multi_.get(), &running) != CURLM_OK) return Internet::kErrorInternal;
     if (sinkFailed_) return Internet::kErrorInternal;
-    if (running == 0) return errorOf(result());
+    if (running == 0) return reply_.preliminary() ? abandon() : errorOf(result());
     if (reply_.size() > kReplyLimit) return Internet::kErrorExtended;
     noticeConnect();
     const milliseconds remaining = watch_.remaining();
     if (remaining.count() == 0) return Internet::kErrorTimeout;
     waitForSockets(remaining);
   }
+}
+
+FtpConnection::ErrorNumber FtpConnection::abandon() {
+  const ErrorNumber error = errorOf(result());
+  // The reply that closes the transfer is still to come, and would answer the next command.
+  lost_ = true;
+  return error == 0 ? Internet::kErrorConnectionAborted : error;
+}
+
+void FtpConnection::awaitDataConnection() {
+  const curl_socket_t listener = std::exchange(listener_, CURL_SOCKET_BAD);
+  if (listener == CURL_SOCKET_BAD) return;
+  curl_socket_t control = CURL_SOCKET_BAD;
+  curl_easy_getinfo(easy_.get(), CURLINFO_ACTIVESOCKET, &control);
+  std::array<pollfd, 2> sockets{{{listener, POLLIN, 0}, {control, POLLIN, 0}}};
+  poll(sockets.data(), sockets.size(), static_cast<int>(limits_.answer.count()));
 }
 
 void FtpConnection::waitForSockets(milliseconds time) {
@@ -241,7 +262,10 @@ std::size_t FtpConnection::onReplyLine(char* line, std::size_t size, std::size_t
                                        void* self) {
   auto& connection = *static_cast<FtpConnection*>(self);
   connection.reply_.addLine({line, size * count});
-  if (connection.reply_.complete()) connection.beginNextStep();
+  if (!connection.reply_.complete()) return size * count;
+  connection.beginNextStep();
+  // libcurl 7.88 takes a listing for done when this reply comes before the server's connection.
+  if (connection.reply_.preliminary()) connection.awaitDataConnection();
   return size * count;
 }
 
@@ -269,7 +293,10 @@ curl_socket_t FtpConnection::onOpenSocket(void* self, curlsocktype /*purpose*/,
     connection.lost_ = true;
     return CURL_SOCKET_BAD;
   }
-  return socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+  const int opened = socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+  const bool forServer = connection.loggedIn_ && !connection.login_.passive;
+  if (forServer) connection.listener_ = opened;
+  return opened;
 }
 
 }  // namespace karvel

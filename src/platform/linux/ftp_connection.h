@@ -80,6 +80,11 @@ class FtpConnection {
   ErrorNumber performWithin(std::chrono::milliseconds whole);
   /// Drives the exchange to its end, or to where a limit breaks it off.
   ErrorNumber run();
+  /// Ends a transfer that libcurl has left before its last reply; no command may follow it.
+  ErrorNumber abandon();
+  /// After the first reply of an active transfer: waits for the server's connection, or for what
+  /// it says instead.
+  void awaitDataConnection();
   void waitForSockets(std::chrono::milliseconds time);
   void beginNextStep();
   void noticeConnect();
@@ -95,7 +100,8 @@ class FtpConnection {
   FtpReply reply_;
   FtpTimeWatch watch_;
   bool loggedIn_ = false;
-  bool lost_ = false;  ///< libcurl wanted to connect a second time
+  bool lost_ = false;  ///< libcurl wanted to connect a second time, or has lost count of replies
+  curl_socket_t listener_ = CURL_SOCKET_BAD;  ///< waits for the server in an active transfer
   bool connecting_ = false;
   bool readFailed_ = false;  ///< the local file of an upload
   bool sinkFailed_ = false;
