@@ -86,6 +86,16 @@ TEST_F(Binding, APastedPieceReplacesTheSelection) {
   EXPECT_EQ(edit(1).cursorPosition(), 4);
 }
 
+TEST_F(Binding, ADiscardedCharacterLeavesTheSelectionAlone) {
+  text(1).setText("12345");
+  edit(1).setSelection(1, 3);
+  QTest::keyClicks(&edit(1), "x");
+  EXPECT_EQ(text(1).text(), "12345");
+  EXPECT_EQ(edit(1).selectedText(), "234");
+  QTest::keyClicks(&edit(1), "9");
+  EXPECT_EQ(text(1).text(), "195");
+}
+
 TEST_F(Binding, AOneLineFieldDropsLineEndsAndTabs) {
   paste(edit(0), QStringLiteral("a\tb\r\nc\u2028d"));
   EXPECT_EQ(text(0).text(), "abcd");

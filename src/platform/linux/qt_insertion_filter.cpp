@@ -47,6 +47,8 @@ QValidator::State QtInsertionFilter::validate(QString& input, int& cursor) const
   const QString after = input.last(end);
   const QString inserted = input.sliced(start, input.size() - start - end);
   const QString kept = accepted(inserted, characterCount(before) + characterCount(after));
+  // Nothing was typed then: also the selection that it would have replaced stays.
+  if (kept.isEmpty() && !inserted.isEmpty()) return Invalid;
   if (kept != inserted) {
     input = before + kept + after;
     cursor = static_cast<int>(start + kept.size());

@@ -19,8 +19,10 @@ inline QString literalCaption(const std::string& caption) {
   return toQt(caption).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
-/// A window title letter for letter: Qt takes "[*]" for its mark of unsaved changes.
+/// A window title letter for letter: Qt takes "[*]" for its mark of unsaved changes, and puts the
+/// program's name in the place of an empty title.
 inline QString literalTitle(const std::string& title) {
+  if (title.empty()) return QStringLiteral(" ");
   return toQt(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
 }
 
