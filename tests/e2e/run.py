@@ -6,8 +6,6 @@ import unittest
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-SIDE_BY_SIDE = 12
-
 
 def cases_of(suite):
     for entry in suite:
@@ -23,11 +21,11 @@ def run(case):
     return case, result
 
 
-def main(pattern="*_test.py"):
+def main(pattern="*_test.py", side_by_side="12"):
     suite = unittest.defaultTestLoader.discover(Path(__file__).parent, pattern)
     cases = list(cases_of(suite))
     failed = 0
-    with ThreadPoolExecutor(SIDE_BY_SIDE) as pool:
+    with ThreadPoolExecutor(int(side_by_side)) as pool:
         for case, result in pool.map(run, cases):
             print("ok    " if result.wasSuccessful() else "FAILED", case.id(), flush=True)
             for _, trace in result.errors + result.failures:

@@ -41,6 +41,7 @@ class Shop:
         self.base.chmod(0o755)
         self.folder = self.base / "shop"
         self.out = self.base / "out"
+        self.home = self.base / "home"
         self.out.mkdir()
         subprocess.run([SAMPLE_SHOP, "--folder", self.folder, "--out-folder", self.out,
                         "--day", DAY, *options], check=True)
@@ -94,6 +95,9 @@ class Shop:
                 messages.append(message)
         return messages
 
+    def finished_runs(self):
+        return sum(log.read_bytes().count(b"Snd Exit") for log in self.log_folder.iterdir())
+
     def names(self):
         """What stands in the program's folder."""
         return sorted(path.name for path in self.folder.iterdir())
@@ -102,12 +106,13 @@ class Shop:
         """Name and content of every file in the output folder."""
         return {path.name: path.read_bytes() for path in self.out.iterdir()}
 
-    def start(self, *arguments, through=()):
+    def start(self, *arguments, through=(), screen=None):
         """Starts the program; `through` is a command that starts it in its turn."""
+        self.home.mkdir(mode=0o700, exist_ok=True)
         if ORDINARY_USER is not None:
             subprocess.run(["chown", "-R", f"{ORDINARY_USER}:{ORDINARY_USER}", self.base],
                            check=True)
-        return Run(self, arguments, through)
+        return Run(self, arguments, through, screen)
 
     def send_once(self, **how):
         """A whole life of the program: start, send on request, end in order."""
@@ -120,11 +125,14 @@ class Shop:
 class Run:
     """One running program."""
 
-    def __init__(self, shop, arguments, through):
+    def __init__(self, shop, arguments, through, screen):
         self.shop = shop
         self.test = shop.test
         environment = {key: value for key, value in os.environ.items()
                        if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
+        environment |= {"HOME": str(shop.home), "XDG_RUNTIME_DIR": str(shop.home)}
+        if screen is not None:
+            environment |= {"DISPLAY": screen.display, "LC_ALL": "C.UTF-8"}
         ordinary = {}
         if ORDINARY_USER is not None:
             ordinary = {"user": ORDINARY_USER, "group": ORDINARY_USER, "extra_groups": []}
@@ -158,6 +166,10 @@ class Run:
         """Waits until a tick has answered a settings request."""
         self.request("FTP INIT", 1)
         self.wait_until(lambda: self.shop.setting("FTP INIT") == "0", "settings request answered")
+
+    def wait_for_runs(self, count):
+        """Waits until that many send runs have come to their end since the shop was laid out."""
+        self.wait_until(lambda: self.shop.finished_runs() >= count, f"{count} send runs")
 
     def request(self, key, value):
         """Puts a digit in place of the digit that a request key holds."""

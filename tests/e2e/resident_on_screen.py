@@ -1,0 +1,146 @@
+"""The program in the notification area, and what reaches it from outside."""
+
+import shutil
+import signal
+
+from screen import Screen
+from shop import SHOP_INFO, TABLE, ShopTest
+
+PANEL = "集計管理"
+GROUP_DIALOG = "グループ登録"
+SHOP_CAPTION = "ｸﾞﾙｰﾌﾟ:12/北陸グループ 店舗:00345/能登表町店"
+
+
+class Resident(ShopTest):
+    def start(self, *options, arguments=(), with_tray=True):
+        shop = self.shop("--receptions", "5", *options)
+        screen = Screen(self, with_tray)
+        run = shop.start(*arguments, screen=screen)
+        return shop, screen, run
+
+    def end_on_request(self, shop, run):
+        run.request("FTP EXIT", 1)
+        run.expect_end()
+        self.assertIn(TABLE, shop.delivered())
+
+    def test_the_second_failure_in_a_row_shows_a_message(self):
+        shop, screen, run = self.start("--interval", "4")
+        screen.wait_for_icon("normal")
+        shutil.rmtree(shop.out)
+        # The count stands far above the shorter interval, also after a failure: ticks send.
+        run.request("FTP TIME", 1)
+        screen.wait_for_icon("failure")
+        # Resident, the window whose caption would be the title has none.
+        screen.wait_for_window(" ")
+        screen.picture("20-second-failure")
+        run.request("FTP INIT", 1)
+        screen.key("Return")
+        panel = screen.wait_for_window(PANEL)
+        screen.picture("21-panel-on-request")
+        self.assertEqual(shop.setting("FTP INIT"), "0")
+
+        shop.out.mkdir()
+        shop.out.chmod(0o777)
+        panel.press("FtpForm", "OK")
+        screen.wait_for_icon("normal")
+        self.end_on_request(shop, run)
+
+    def test_a_request_opens_the_group_dialog_and_the_panel_goes_again(self):
+        shop, screen, run = self.start()
+        screen.wait_for_icon("normal")
+        run.request("FTP INIT", 2)
+        screen.wait_for_window(GROUP_DIALOG)
+        screen.picture("22-group-dialog-on-request")
+        self.assertIn(PANEL, screen.windows())
+        # Nobody reads requests while the dialog is open; they wait.
+        run.request("FTP EXIT", 1)
+        screen.key("Escape")
+        run.expect_end()
+        self.assertIn(TABLE, shop.delivered())
+
+    def test_closing_the_panel_ends_the_program(self):
+        shop, screen, run = self.start()
+        screen.wait_for_icon("normal")
+        run.request("FTP INIT", 1)
+        screen.wait_for_window(PANEL)
+        screen.close_window()
+        run.expect_end()
+        self.assertEqual(shop.delivered(), {})
+
+    def test_shift_sends_every_day(self):
+        shop, screen, run = self.start("--days", "3", arguments=("-INIT",))
+        panel = screen.wait_for_window(SHOP_CAPTION)
+        screen.hold("Shift_L")
+        panel.press("FtpForm", "手動転送")
+        days = ("240102", "240103", "240104")
+        run.wait_for_runs(1)
+        screen.let_go("Shift_L")
+        screen.picture("23-every-day-sent")
+        self.assertEqual(set(shop.delivered()),
+                         {SHOP_INFO, *(f"00345_{day}.txt" for day in days)})
+
+        panel.press("FtpForm", "手動転送")
+        run.wait_for_runs(2)
+        self.assertIn(TABLE, shop.delivered())
+        screen.key("Escape")
+        screen.wait_for_icon("normal")
+        self.end_on_request(shop, run)
+
+    def test_a_late_notification_area_gets_the_icon(self):
+        shop, screen, run = self.start(with_tray=False)
+        run.wait_for_start()
+        for name in ("24-late-notification-area", "25-notification-area-started-anew"):
+            tray = screen.start_tray()
+            screen.wait_for_icon("normal")
+            screen.picture(name)
+            screen.end(tray)
+        self.end_on_request(shop, run)
+
+    def test_settings_that_change_under_the_open_panel(self):
+        shop, screen, run = self.start(arguments=("-INIT",))
+        panel = screen.wait_for_window(SHOP_CAPTION)
+        text = shop.own_settings.read_bytes()
+        shop.own_settings.write_bytes(text.replace(b"FTP TIME=2", b"FTP TIME=4")
+                                      .replace(b"FTP CHKC=1", b"FTP CHKC=0") + b"OTHER=kept\r\n")
+        panel.press("FtpForm", "手動転送")
+        run.wait_for_runs(1)
+        shop.ticket_settings.write_bytes(b"\xff\x00" * 500)
+        panel.press("FtpForm", "OK")
+        screen.wait_for_icon("normal")
+        self.assertEqual([shop.setting(key) for key in ("FTP TIME", "FTP CHKC", "OTHER")],
+                         ["2", "1", "kept"])
+        run.signal(signal.SIGTERM)
+        run.expect_end()
+
+
+class Signals(ShopTest):
+    def test_a_signal_ends_it_in_order_whatever_is_open(self):
+        def resident(screen, run):
+            run.wait_for_start()
+            screen.wait_for_icon("normal")
+
+        def panel(screen, run):
+            resident(screen, run)
+            run.request("FTP INIT", 1)
+            screen.wait_for_window(PANEL)
+
+        def dialog(screen, run):
+            resident(screen, run)
+            run.request("FTP INIT", 2)
+            screen.wait_for_window(GROUP_DIALOG)
+
+        def menu(screen, run):
+            resident(screen, run)
+            screen.open_menu()
+
+        for reach in (resident, panel, dialog, menu):
+            with self.subTest(reach.__name__):
+                shop = self.shop()
+                screen = Screen(self)
+                run = shop.start(screen=screen)
+                reach(screen, run)
+                (shop.folder / "work.txt").write_text("x")
+                run.signal(signal.SIGTERM)
+                run.expect_end()
+                self.assertFalse((shop.folder / "work.txt").exists())
+                self.assertEqual((screen.windows(), screen.icon()), ({}, None))

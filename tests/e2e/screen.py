@@ -1,0 +1,228 @@
+"""A screen of a test's own, with a window manager and a notification area, and a hand on it."""
+
+import os
+import re
+import select
+import shutil
+import subprocess
+import tempfile
+import time
+from pathlib import Path
+
+SOURCE = Path(__file__).resolve().parents[2]
+PICTURES = Path(os.environ["KARVEL_SCREENS"])
+
+SIZE = "1024x768x24"
+ICON_PIXELS = 22
+WAIT_SECONDS = 40
+START_SECONDS = 20
+# Of 255, on average over an icon's opaque pixels. The two icons differ by more than 60.
+CLOSE_ENOUGH = 12
+
+# No word on clicks: a click that the window manager looks at first is overtaken by the keys behind.
+WINDOW_MANAGER_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <focus><focusNew>yes</focusNew></focus>
+  <keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
+  <mouse></mouse>
+</openbox_config>"""
+
+
+class Screen:
+    def __init__(self, test, with_tray=True):
+        self.test = test
+        self.home = tempfile.mkdtemp(prefix="karvel-screen-")
+        test.addCleanup(shutil.rmtree, self.home, ignore_errors=True)
+        self.environment = {**os.environ, "HOME": self.home, "LC_ALL": "C.UTF-8"}
+        self.environment.pop("WAYLAND_DISPLAY", None)
+        self.display = self.environment["DISPLAY"] = self.start_server()
+        rules = Path(self.home, "window-manager.xml")
+        rules.write_text(WINDOW_MANAGER_RULES, encoding="utf-8")
+        self.spawn("openbox", "--sm-disable", "--config-file", rules)
+        self.wait_until(lambda: "window id" in self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
+                        "a window manager", START_SECONDS)
+        if with_tray:
+            self.start_tray()
+
+    def start_server(self):
+        """Starts a server on a number that it finds free itself; the display's name."""
+        read, write = os.pipe()
+        self.spawn("Xvfb", "-displayfd", str(write), "-screen", "0", SIZE, "-nolisten", "tcp",
+                   pass_fds=[write])
+        os.close(write)
+        with open(read, encoding="ascii") as number:
+            ready, _, _ = select.select([number], [], [], START_SECONDS)
+            self.test.assertTrue(ready, "no display")
+            return f":{number.readline().strip()}"
+
+    def start_tray(self):
+        tray = self.spawn("trayer", "--edge", "top", "--align", "right", "--widthtype", "request",
+                          "--height", str(ICON_PIXELS + 2), "--SetDockType", "true",
+                          "--expand", "false")
+        self.wait_until(lambda: self.ask("xdotool", "search", "--name", "^panel$"),
+                        "a notification area", START_SECONDS)
+        return tray
+
+    def spawn(self, *command, **how):
+        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **how)
+        self.test.addCleanup(self.end, process)
+        return process
+
+    def end(self, process):
+        process.kill()
+        process.wait()
+
+    def ask(self, *command):
+        """What a tool says; empty when it finds nothing."""
+        return subprocess.run(command, env=self.environment, check=False, timeout=WAIT_SECONDS,
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.decode()
+
+    def pixels(self, *source):
+        return subprocess.run(source, env=self.environment, check=True, timeout=WAIT_SECONDS,
+                              stdout=subprocess.PIPE).stdout
+
+    def wait_until(self, condition, what, seconds=WAIT_SECONDS):
+        deadline = time.monotonic() + seconds
+        while not condition():
+            if time.monotonic() > deadline:
+                self.picture("failed-" + self.test.id().rpartition(".")[2])
+                self.test.fail(f"not in {seconds} s: {what}; windows: {self.windows()}")
+            time.sleep(0.05)
+
+    def picture(self, name):
+        PICTURES.mkdir(parents=True, exist_ok=True)
+        self.ask("import", "-window", "root", PICTURES / f"{name}.png")
+
+    # Windows
+
+    def windows(self):
+        """The windows on the screen: number by title."""
+        numbers = re.findall(r"0x[0-9a-f]+", self.ask("xprop", "-root", "_NET_CLIENT_LIST"))
+        titled = {self.ask("xdotool", "getwindowname", number).rstrip("\n"): number
+                  for number in numbers}
+        titled.pop("panel", None)  # the notification area's
+        return titled
+
+    def wait_for_window(self, title):
+        """Waits until the window is there and takes keys."""
+        def active():
+            number = self.windows().get(title)
+            return number and int(self.ask("xdotool", "getactivewindow") or 0) == int(number, 16)
+        self.wait_until(active, f"window {title!r}")
+        return FormWindow(self, self.windows()[title])
+
+    def wait_for_no_window(self):
+        self.wait_until(lambda: not self.windows(), "no window")
+
+    # Mouse and keyboard
+
+    def type(self, text):
+        self.ask("xdotool", "type", "--delay", "5", text)
+
+    def key(self, *keys):
+        self.ask("xdotool", "key", "--delay", "20", *keys)
+
+    def hold(self, key):
+        self.ask("xdotool", "keydown", key)
+
+    def let_go(self, key):
+        self.ask("xdotool", "keyup", key)
+
+    def click(self, x, y, button=1, times=1):
+        self.ask("xdotool", "mousemove", str(x), str(y),
+                 "click", "--repeat", str(times), "--delay", "60", str(button))
+
+    def close_window(self):
+        """Closes the active window by the window manager, as its close box does."""
+        self.key("alt+F4")
+
+    # The program's icon and its menu
+
+    def icon(self):
+        """Number, place and size of the window that the notification area has taken in."""
+        for panel in self.ask("xdotool", "search", "--name", "^panel$").split():
+            tree = self.ask("xwininfo", "-tree", "-id", panel)
+            found = re.search(r"(0x[0-9a-f]+) \"karvel\".* (\d+)x(\d+)\+-?\d+\+-?\d+"
+                              r"  \+(\d+)\+(\d+)", tree)
+            if found:
+                width, height, x, y = map(int, found.groups()[1:])
+                return found[1], (x + width // 2, y + height // 2), (width, height)
+        return None
+
+    def icon_is(self, name):
+        icon = self.icon()
+        if not icon:
+            return False
+        number, _, size = icon
+        try:
+            shown = self.pixels("import", "-window", number, "-depth", "8", "rgb:-")
+        except subprocess.CalledProcessError:
+            return False  # gone meanwhile
+        return difference(shown, self.drawing(name, size)) < CLOSE_ENOUGH
+
+    def drawing(self, name, size):
+        drawing = SOURCE / "assets" / "icons" / f"{name}-24.png"
+        return self.pixels("convert", drawing, "-resize", f"{size[0]}x{size[1]}!", "-depth", "8",
+                           "rgba:-")
+
+    def wait_for_icon(self, name):
+        self.wait_until(lambda: self.icon_is(name), f"the icon {name}")
+
+    def popup(self):
+        """The place of the open menu: x, y, width, height; or None. The icon's own window and its
+        tip are kept from the window manager, too."""
+        for number in self.ask("xdotool", "search", "--onlyvisible", "--class", "karvel").split():
+            about = self.ask("xwininfo", "-stats", "-wm", "-id", number)
+            kept_from_manager = "Override Redirect State: yes" in about
+            if kept_from_manager and "Tooltip" not in about and "Kde" not in about:
+                return [int(value) for value in re.findall(
+                    r"(?:Absolute upper-left [XY]|Width|Height): +(\d+)", about)]
+        return None
+
+    def open_menu(self):
+        self.click(*self.icon()[1], button=3)
+        self.wait_until(self.popup, "the menu")
+
+    def choose(self, entry):
+        """Chooses the menu's first, second or third entry."""
+        self.open_menu()
+        x, y, width, height = self.popup()
+        self.click(x + width // 2, y + height * (2 * entry - 1) // 6)
+        self.wait_until(lambda: not self.popup(), "the menu's end")
+
+
+class FormWindow:
+    """A form's window, and where its table has put the controls."""
+
+    TABLES = {"FtpForm": "ftp_form_table.cpp", "GrpForm": "grp_form_table.cpp",
+              "UserForm": "user_form_table.cpp"}
+
+    def __init__(self, screen, number):
+        self.screen = screen
+        self.number = number
+
+    def press(self, form, caption, button=1):
+        """Clicks on the control of that caption or, for a field, name."""
+        table = (SOURCE / "src" / "ui" / self.TABLES[form]).read_text(encoding="utf-8")
+        rects = re.findall(rf'"{re.escape(caption)}",\s*\{{(\d+), (\d+), (\d+), (\d+)\}}', table)
+        width, height = re.search(rf'"{form}", "[^"]*", (\d+), (\d+)', table).groups()
+        # A field's label comes before it, under the same words.
+        left, top, across, down = map(int, rects[-1])
+        about = self.screen.ask("xwininfo", "-id", self.number)
+        x, y, wide, high = (int(re.search(rf"{what}: +(-?\d+)", about)[1]) for what in
+                            ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
+        self.screen.click(x + (2 * left + min(across, 20)) * wide // (2 * int(width)),
+                          y + (2 * top + down) * high // (2 * int(height)), button)
+
+    def fill(self, form, caption, text):
+        self.press(form, caption)
+        self.screen.type(text)
+
+
+def difference(rgb, rgba):
+    """The mean difference of two pictures where the second is opaque."""
+    opaque = [i for i in range(len(rgba) // 4) if rgba[4 * i + 3] == 255]
+    if len(rgb) * 4 != len(rgba) * 3 or not opaque:
+        return 255
+    total = sum(abs(rgb[3 * i + c] - rgba[4 * i + c]) for i in opaque for c in range(3))
+    return total / (3 * len(opaque))
