@@ -1,10 +1,15 @@
 #include "platform/linux/qt_desktop.h"
 
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QSessionManager>
 #include <QTimer>
+#include <QWindow>
+#include <algorithm>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 #include "platform/linux/qt_dialogs.h"
@@ -13,6 +18,9 @@
 
 namespace karvel {
 namespace {
+
+constexpr std::chrono::milliseconds kDrawingTime{500};
+constexpr std::chrono::milliseconds kDrawingPause{5};
 
 class QtTimer final : public Timer {
  public:
@@ -35,6 +43,14 @@ class QtTimer final : public Timer {
   std::function<void()> onTick_;
   QTimer timer_;
 };
+
+bool everyWindowDrawn() {
+  const QWindowList windows = QGuiApplication::topLevelWindows();
+  return std::all_of(windows.begin(), windows.end(), [](const QWindow* window) {
+    const bool onScreen = window->isVisible() && window->visibility() != QWindow::Minimized;
+    return !onScreen || window->isExposed();
+  });
+}
 
 }  // namespace
 
@@ -144,6 +160,13 @@ std::unique_ptr<Timer> QtDesktop::createTimer(std::chrono::milliseconds interval
 
 void QtDesktop::processPendingMessages() {
   QCoreApplication::processEvents();
+  // The window system asks a while later to draw a window that has just been shown. The caller may
+  // be about to keep the message loop waiting, and the window must not stand there empty.
+  const QDeadlineTimer limit(kDrawingTime);
+  while (!everyWindowDrawn() && !limit.hasExpired()) {
+    std::this_thread::sleep_for(kDrawingPause);
+    QCoreApplication::processEvents();
+  }
 }
 
 void QtDesktop::setEndSessionHandler(std::function<void()> handler) {
