@@ -111,15 +111,14 @@ class DesktopTest(unittest.TestCase):
     def test_a_failed_run_shows_in_the_icon(self):
         shop = self.shop("--receptions", "1")
         run = shop.start()
-        icon = run.tray_icon()
-        good = self.screen.colours_of_icon(icon)
+        self.assertFalse(self.screen.icon_is_red(run.tray_icon()))
         shop.out.rename(shop.out.with_name("away"))
         self.choose(run, 0)
-        run.wait_until(lambda: self.screen.colours_of_icon(icon) != good, "failure icon", 10)
+        run.wait_until(lambda: self.screen.icon_is_red(run.tray_icon()), "failure icon")
         self.screen.picture("failure-icon")
         shop.out.with_name("away").rename(shop.out)
         self.choose(run, 0)
-        run.wait_until(lambda: self.screen.colours_of_icon(icon) == good, "normal icon", 10)
+        run.wait_until(lambda: not self.screen.icon_is_red(run.tray_icon()), "normal icon")
         run.request("FTP EXIT", 1)
         run.expect_end()
 

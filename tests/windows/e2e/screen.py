@@ -114,3 +114,8 @@ class Screen:
 
     def icon_is_drawn(self, middle):
         return self.colours_of_icon(middle).count("#") > BLANK_ICON_COLOURS
+
+    def icon_is_red(self, middle):
+        colours = re.findall(r"#([0-9A-F]{2})([0-9A-F]{2})([0-9A-F]{2})", self.colours_of_icon(middle))
+        return any(int(red, 16) > 160 and int(green, 16) < 80 and int(blue, 16) < 80
+                   for red, green, blue in colours)
