@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "contract/run_report.h"
+#include "contract/site_shop.h"
+
+// Accounts, folders and servers that a shop cannot send to: what it sees of that, and that it goes
+// on afterwards.
+
+namespace karvel {
+namespace {
+
+using std::chrono::milliseconds;
+using Field = FtpForm::Field;
+
+constexpr std::uint32_t kShortLimit = 300;  ///< milliseconds
+const std::string kOpenNg = "FTP:OPEN NG ";
+const std::string kNoFolder = "指定フォルダがありません";
+const std::string kTimeout = kOpenNg + "12002/要求がタイムアウトになりました。";
+
+class BadInput : public ::testing::Test {
+ protected:
+  BadInput() {
+    server_.tree().addFile("/in/" + std::string(SiteShop::kTable), "old");
+    shop_.start();
+    shop_.internet.longestLimit = kShortLimit;
+  }
+
+  /// A run that must end without having been connected. Its status line, without the blanks at its
+  /// end.
+  std::string failedRun() {
+    shop_.form().TimerCount = 0;
+    shop_.send();
+    const auto log = shop_.takeLog();
+    EXPECT_TRUE(reportOf(log).wellFormed);
+    EXPECT_FALSE(reportOf(log).connected);
+    EXPECT_EQ(shop_.own("FTP CHKF"), "0");
+    EXPECT_EQ(shop_.form().TimerCount, -150);
+    EXPECT_TRUE(shop_.form().Timer1->enabled());
+    EXPECT_EQ(shop_.desktop.tray, TrayImage::kFailure);
+    std::string status = shop_.form().MsgLabel.caption();
+    status.erase(status.find_last_not_of(' ') + 1);
+    expectNoPassword(log);
+    return status;
+  }
+
+  void expectNoPassword(const std::vector<std::string>& log) {
+    const std::string password = shop_.form().text(Field::kPassword);
+    if (password.empty()) return;
+    std::vector<std::string> shown = log;
+    shown.push_back(shop_.form().MsgLabel.caption());
+    shown.push_back(shop_.form().caption());
+    shown.push_back(shop_.desktop.trayTip);
+    for (const auto& box : shop_.desktop.messageBoxes) shown.push_back(box.title + box.text);
+    for (const std::string& text : shown) EXPECT_EQ(text.find(password), std::string::npos) << text;
+  }
+
+  /// With everything put right the next run arrives, over a connection of its own.
+  void expectRecovery() {
+    server_.behave();
+    shop_.internet.longestLimit = UINT32_MAX;
+    type(Field::kServer, "127.0.0.1");
+    type(Field::kSiteFolder, SiteShop::kSiteFolder);
+    type(Field::kAccount, server_.options().user);
+    type(Field::kPassword, server_.options().password);
+    type(Field::kPort, std::to_string(server_.port()));
+    shop_.send();
+    EXPECT_TRUE(reportOf(shop_.takeLog()).succeeded()) << shop_.form().MsgLabel.caption();
+    EXPECT_EQ(shop_.form().TimerCount, 0);
+    EXPECT_EQ(shop_.desktop.tray, TrayImage::kNormal);
+  }
+
+  void type(Field::Index field, const std::string& text) {
+    shop_.form().Text1[field].setText(text);
+  }
+
+  ScriptedFtpServer server_;
+  SiteShop shop_{server_};
+};
+
+TEST_F(BadInput, AnIncompleteAccountIsNotTried) {
+  const Field::Index fields[] = {Field::kServer, Field::kAccount, Field::kPassword};
+  for (const auto field : fields) {
+    const std::string before = shop_.form().text(field);
+    type(field, "");
+    EXPECT_EQ(failedRun(), "");
+    type(field, before);
+  }
+  EXPECT_EQ(server_.connections(), 0);
+  expectRecovery();
+}
+
+TEST_F(BadInput, AHostThatIsNone) {
+  for (const char* host : {"   ", "no such host", "a..b", "-", "host.invalid", "東京"}) {
+    type(Field::kServer, host);
+    EXPECT_EQ(failedRun(), kOpenNg + "12007/サーバー名を解決できませんでした。") << host;
+  }
+  EXPECT_EQ(server_.connections(), 0);
+  expectRecovery();
+}
+
+TEST_F(BadInput, APortThatIsNoneIsTheStandardOne) {
+  for (const char* port : {"", "abc", "20", "0", "-2121", "60001", "70000", "99999999999", "1e9",
+                           "２１２１", "&HFFFFFFFF"}) {
+    type(Field::kPort, port);
+    const std::string status = failedRun();  // nobody listens at 21 here
+    EXPECT_TRUE(status.starts_with(kOpenNg)) << port << ": " << status;
+  }
+  EXPECT_EQ(server_.connections(), 0);
+  expectRecovery();
+}
+
+TEST_F(BadInput, APortIsTheNumberThatItsTextBeginsWith) {
+  shop_.internet.longestLimit = UINT32_MAX;
+  const std::string digits = std::to_string(server_.port());
+  for (const std::string& port : {" " + digits.substr(0, 2) + " " + digits.substr(2), "+" + digits,
+                                  digits + "番", digits + ".4"}) {
+    type(Field::kPort, port);
+    shop_.send();
+    EXPECT_TRUE(reportOf(shop_.takeLog()).succeeded()) << port;
+  }
+}
+
+TEST_F(BadInput, AWrongPasswordOrAccount) {
+  type(Field::kPassword, "not-the-word");
+  EXPECT_EQ(failedRun(), kOpenNg + "12015/ログオン要求に失敗しました。");
+  type(Field::kPassword, server_.options().password);
+  type(Field::kAccount, "nobody");
+  EXPECT_EQ(failedRun(), kOpenNg + "12015/ログオン要求に失敗しました。");
+  expectRecovery();
+}
+
+TEST_F(BadInput, AFolderThatIsMissing) {
+  shop_.internet.longestLimit = UINT32_MAX;
+  for (const char* folder : {"none", "in/none", "/in/../none", SiteShop::kTable}) {
+    type(Field::kSiteFolder, folder);
+    EXPECT_EQ(failedRun(), kNoFolder) << folder;
+  }
+  expectRecovery();
+}
+
+// A refused change of folder is no reason to stop: the run goes on where it is.
+TEST_F(BadInput, AFolderThatCannotBeEntered) {
+  shop_.internet.longestLimit = UINT32_MAX;
+  server_.on("CWD", 1, FtpFault::refuse("550 No."));
+  shop_.send();
+  EXPECT_TRUE(reportOf(shop_.takeLog()).succeeded());
+  EXPECT_TRUE(server_.tree().isFile("/" + std::string(SiteShop::kTable)));
+  EXPECT_EQ(server_.tree().content("/in/" + std::string(SiteShop::kTable)), "old");
+  expectRecovery();
+}
+
+TEST_F(BadInput, AServerThatSpeaksNoFtp) {
+  const struct {
+    const char* name;
+    FtpFault fault;
+  } cases[] = {
+      {"HTTP", FtpFault::replaceReply("HTTP/1.1 400 Bad Request\r\nConnection: close\r\n\r\n")},
+      {"TLS", FtpFault::replaceReply("\x15\x03\x01\x02\x02\x16\x7F\xFF")},
+      {"SSH", FtpFault::replaceReply("SSH-2.0-OpenSSH")},
+      {"endless lines", FtpFault::endlessReply("220-more\r\n", milliseconds{5})},
+      {"endless line", FtpFault::endlessReply("220 so much to say ", milliseconds{5})},
+      {"flood", FtpFault::endlessReply(std::string(4096, 'x'), milliseconds{0})},
+      {"nothing", FtpFault::stall()},
+  };
+  for (const auto& testCase : cases) {
+    server_.behave();
+    server_.on(ScriptedFtpServer::kGreeting, 1, testCase.fault);
+    const auto begin = std::chrono::steady_clock::now();
+    const std::string status = failedRun();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, milliseconds{5000}) << testCase.name;
+    EXPECT_TRUE(status.starts_with(kOpenNg) && status.size() > kOpenNg.size() + 3)
+        << testCase.name << ": " << status;
+  }
+  expectRecovery();
+}
+
+// The first failure brings the next attempt forward, the second one in a row is told.
+TEST_F(BadInput, TheRetryRhythmGoesOn) {
+  constexpr int kThreshold = 150;
+  server_.on(ScriptedFtpServer::kGreeting, ScriptedFtpServer::kEvery, FtpFault::refuse("421 No."));
+  FtpForm& form = shop_.form();
+  for (const std::size_t boxesSoFar : {0U, 1U, 1U, 2U}) {
+    const bool toldNow = boxesSoFar > shop_.desktop.messageBoxes.size();
+    form.TimerCount = kThreshold - 1;
+    shop_.desktop.timer->pass();
+    EXPECT_EQ(shop_.desktop.messageBoxes.size(), boxesSoFar);
+    EXPECT_EQ(form.SndNG, !toldNow);
+    EXPECT_TRUE(form.Timer1->enabled());
+    expectNoPassword(shop_.takeLog());
+  }
+  EXPECT_EQ(server_.connections(), 4);
+  expectRecovery();
+}
+
+}  // namespace
+}  // namespace karvel

@@ -1,0 +1,165 @@
+"""Real FTP servers on loopback, each with a folder of its own."""
+
+import logging
+import os
+import shutil
+import socket
+import subprocess
+import tempfile
+import threading
+import time
+from pathlib import Path
+
+from pyftpdlib.authorizers import DummyAuthorizer
+from pyftpdlib.handlers import DTPHandler, FTPHandler
+from pyftpdlib.ioloop import IOLoop
+from pyftpdlib.servers import FTPServer
+
+VSFTPD = os.environ["KARVEL_VSFTPD"]
+HOST = "127.0.0.1"
+HIGHEST_PORT = 60000  # that the program takes
+START_SECONDS = 20
+logging.getLogger("pyftpdlib").addHandler(logging.NullHandler())
+logging.getLogger("pyftpdlib").propagate = False
+# An ordinary user with a home folder, which vsftpd wants to see before anything else.
+VSFTPD_USER = "daemon"
+
+
+def free_port():
+    while True:
+        with socket.create_server((HOST, 0)) as listener:
+            port = listener.getsockname()[1]
+        if port <= HIGHEST_PORT:
+            return port
+
+
+class ServerFolder:
+    """What a server serves. Names are bytes there, as they are on the wire."""
+
+    def __init__(self, test, owner=None):
+        self.owner = owner
+        self.root = Path(tempfile.mkdtemp(prefix="karvel-ftp-"))
+        test.addCleanup(shutil.rmtree, self.root)
+        self.root.chmod(0o755)
+
+    def path(self, folder):
+        return os.path.join(os.fsencode(self.root), folder.encode("cp932"))
+
+    def make(self, folder, files):
+        os.makedirs(self.path(folder), exist_ok=True)
+        for name, content in files.items():
+            with open(os.path.join(self.path(folder), name.encode()), "wb") as file:
+                file.write(content)
+        if self.owner is not None:
+            # vsftpd refuses a login folder that its user may write to.
+            inside = [entry.path for entry in os.scandir(os.fsencode(self.root))]
+            subprocess.run(["chown", "-R", self.owner, *inside], check=True)
+
+    def files(self, folder):
+        found = {}
+        with os.scandir(self.path(folder)) as entries:
+            for entry in entries:
+                if entry.is_file():
+                    with open(entry.path, "rb") as file:
+                        found[os.fsdecode(entry.name)] = file.read()
+        return found
+
+
+class BytesDataHandler(DTPHandler):
+    """Keeps a text as it arrives, as a server does whose own line ends are CR LF."""
+
+    def _posix_ascii_data_wrapper(self, chunk):
+        return chunk
+
+
+class BytesHandler(FTPHandler):
+    """Hands names through as they are; the library takes them for UTF-8."""
+
+    dtp_handler = BytesDataHandler
+    unicode_errors = "surrogateescape"
+
+    def push(self, s):
+        # Past FTPHandler.push, which would encode without that.
+        super(FTPHandler, self).push(s.encode("utf8", self.unicode_errors))
+
+
+class PyftpdServer:
+    user = "shop"
+    password = "se cret%2F@:"
+
+    def __init__(self, test):
+        self.folder = ServerFolder(test)
+        authorizer = self.authorizer = DummyAuthorizer()
+        authorizer.add_user(self.user, self.password, str(self.folder.root), perm="elradfmwMT")
+        self.commands = []
+        # A class of its own: what is set on a handler class holds for all its servers.
+        handler = type("Handler", (BytesHandler,), {
+            "authorizer": authorizer, "banner": "ready", "auth_failed_timeout": 0,
+            "pre_process_command": self.recorded(BytesHandler.pre_process_command)})
+        self.server = FTPServer((HOST, free_port()), handler, ioloop=IOLoop())
+        self.port = self.server.address[1]
+        self.stopping = False
+        self.thread = threading.Thread(target=self.serve)
+        self.thread.start()
+        test.addCleanup(self.stop)
+
+    def recorded(self, process):
+        def pre_process_command(handler, line, cmd, arg):
+            self.commands.append(cmd)
+            return process(handler, line, cmd, arg)
+        return pre_process_command
+
+    def serve(self):
+        while not self.stopping:
+            self.server.ioloop.loop(timeout=0.1, blocking=False)
+        self.server.close_all()
+
+    def stop(self):
+        self.stopping = True
+        self.thread.join()
+
+
+class VsftpdServer:
+    """Needs a super user. Its anonymous user may do what a shop's account may, with any password."""
+
+    user = "anonymous"
+    password = "shop-password"
+
+    def __init__(self, test):
+        self.folder = ServerFolder(test, VSFTPD_USER)
+        self.port = free_port()
+        private = Path(tempfile.mkdtemp(prefix="karvel-vsftpd-"))
+        test.addCleanup(shutil.rmtree, private)
+        (private / "empty").mkdir(mode=0o755)
+        settings = private / "vsftpd.conf"
+        settings.write_text("".join(f"{key}={value}\n" for key, value in {
+            "listen": "YES", "listen_address": HOST, "listen_port": self.port, "background": "NO",
+            "anonymous_enable": "YES", "local_enable": "NO", "ftp_username": VSFTPD_USER,
+            "anon_root": self.folder.root,
+            "write_enable": "YES", "anon_upload_enable": "YES", "anon_mkdir_write_enable": "YES",
+            "anon_other_write_enable": "YES", "anon_world_readable_only": "NO",
+            "anon_umask": "022", "ascii_upload_enable": "NO",
+            "secure_chroot_dir": private / "empty", "nopriv_user": "nobody",
+            "seccomp_sandbox": "NO", "xferlog_enable": "NO", "connect_from_port_20": "NO",
+        }.items()))
+        self.process = subprocess.Popen([VSFTPD, settings], stdin=subprocess.DEVNULL,
+                                        stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        test.addCleanup(self.stop)
+        self.wait_for_start(test)
+
+    def wait_for_start(self, test):
+        deadline = time.monotonic() + START_SECONDS
+        while True:
+            try:
+                with socket.create_connection((HOST, self.port), timeout=5) as control:
+                    test.assertTrue(control.recv(200).startswith(b"220"))
+                    return
+            except OSError:
+                ended = self.process.poll() is not None
+                test.assertFalse(ended, ended and self.process.stdout.read())
+                test.assertLess(time.monotonic(), deadline, "vsftpd does not answer")
+                time.sleep(0.05)
+
+    def stop(self):
+        self.process.terminate()
+        self.process.communicate(timeout=10)
