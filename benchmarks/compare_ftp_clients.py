@@ -101,12 +101,12 @@ def measure_bulk(case, base):
     server = VsftpdServer(case)
     server.folder.make("in", {f"99999_{i:06}.txt": b"x" for i in range(BULK_FILES)})
     shop = lay_out(base, server, "in", "--receptions", "20", "--desks", "2",
-                   "--days", str(BULK_DAYS - 1))
+                   "--days", str(BULK_DAYS))
     total = float(run(SITE_RUN, shop, "bulk"))
     arrived = len(server.folder.files("in")) - BULK_FILES
-    case.assertEqual(arrived, BULK_DAYS + 1)
-    print(f"bulk run of {BULK_DAYS} days into a folder of {BULK_FILES} files: {total / 1000:.1f} s,"
-          f" {total / BULK_DAYS:.1f} ms a day")
+    case.assertGreaterEqual(arrived, BULK_DAYS)
+    print(f"bulk run of {arrived} files into a folder of {BULK_FILES}: {total / 1000:.1f} s,"
+          f" {total / arrived:.1f} ms a file")
 
 
 class Comparison(unittest.TestCase):
