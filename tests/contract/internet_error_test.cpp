@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "contract/internet_fixture.h"
+#include "contract/known_differences.h"
 
 namespace karvel {
 namespace {
@@ -21,6 +22,11 @@ class InternetErrors : public InternetTest {
   }
 
   static bool isLost(Internet::ErrorNumber error) {
+    constexpr Internet::ErrorNumber kTransferInProgress = 12110;
+    constexpr Internet::ErrorNumber kSocketReset = 10054;
+    if (differsHere(Difference::kLostConnectionHasOtherNumbers)) {
+      return error == kTransferInProgress || error == kSocketReset;
+    }
     return error == Internet::kErrorConnectionAborted || error == Internet::kErrorConnectionReset;
   }
 };
@@ -71,15 +77,21 @@ TEST_F(InternetErrors, AnyOtherRefusalComesWithTheServersText) {
   server_.tree().addFile("/there", "x");
   const Handle session = connect();
   Internet::FindData entry;
+  const bool isFailedOne = differsHere(Difference::kRefusedDataConnectionIsAFailedOne);
+  const auto numberOfNoDataConnection =
+      isFailedOne ? Internet::kErrorCannotConnect : Internet::kErrorExtended;
+  const bool isLastLine = differsHere(Difference::kReplyIsItsLastLine);
   const struct {
     std::string command;
     std::string reply;
     std::function<bool()> call;
+    Internet::ErrorNumber number = Internet::kErrorExtended;
+    std::string text = reply;
   } cases[] = {
       {"PWD", "550 No idea.", [&] { return internet_->currentDirectory(session).has_value(); }},
       {"CWD", "550 No such folder.",
        [&] { return internet_->setCurrentDirectory(session, "there"); }},
-      {"PASV", "425 Not now.", [&] { return put(session, "x", "y"); }},
+      {"PASV", "425 Not now.", [&] { return put(session, "x", "y"); }, numberOfNoDataConnection},
       {"TYPE", "504 Not that one.",
        [&] { return put(session, "x", "y", Internet::kTransferAscii); }},
       {"STOR", "553 Not allowed.", [&] { return put(session, "x", "y"); }},
@@ -89,7 +101,8 @@ TEST_F(InternetErrors, AnyOtherRefusalComesWithTheServersText) {
       {"LIST", "450 No files found.",
        [&] { return internet_->findFirst(session, "*.*", entry) != 0; }},
       {"DELE", "550-Many lines\r\n550 of text.",
-       [&] { return internet_->deleteFile(session, "there"); }},
+       [&] { return internet_->deleteFile(session, "there"); }, Internet::kErrorExtended,
+       isLastLine ? "550 of text." : "550-Many lines\r\n550 of text."},
       {"RNFR", "450 Busy.", [&] { return internet_->renameFile(session, "there", "y"); }},
       {"RNTO", "553 Exists.", [&] { return internet_->renameFile(session, "there", "y"); }},
       {"MKD", "521 Exists.", [&] { return internet_->createDirectory(session, "y"); }},
@@ -99,9 +112,9 @@ TEST_F(InternetErrors, AnyOtherRefusalComesWithTheServersText) {
     server_.behave();
     server_.on(testCase.command, 1, FtpFault::refuse(testCase.reply));
     EXPECT_FALSE(testCase.call()) << testCase.reply;
-    EXPECT_EQ(internet_->lastError(), Internet::kErrorExtended) << testCase.reply;
-    EXPECT_EQ(internet_->lastResponse().text, testCase.reply);
-    EXPECT_EQ(internet_->lastResponse().number, Internet::kErrorExtended);
+    EXPECT_EQ(internet_->lastError(), testCase.number) << testCase.reply;
+    EXPECT_EQ(internet_->lastResponse().text, testCase.text);
+    EXPECT_EQ(internet_->lastResponse().number, testCase.number);
     EXPECT_TRUE(internet_->currentDirectory(session).has_value())
         << "the session goes on after " << testCase.reply;
   }
@@ -116,6 +129,10 @@ TEST_F(InternetErrors, RenameStopsAtARefusedFirstHalf) {
 
 TEST_F(InternetErrors, ARefusedGreetingComesWithItsText) {
   server_.on(ScriptedFtpServer::kGreeting, 1, FtpFault::refuse("421 Too many users."));
+  if (differsHere(Difference::kGreetingIsNotChecked)) {
+    EXPECT_NE(connect(), 0U) << "the login after it counts";
+    return;
+  }
   EXPECT_EQ(loginError(account()), Internet::kErrorExtended);
   EXPECT_EQ(internet_->lastResponse().text, "421 Too many users.");
 }
@@ -142,7 +159,7 @@ TEST_F(InternetErrors, ServerTextsArriveAsCodePage932) {
 
 TEST_F(InternetErrors, ServerTextsAreCutBetweenCharacters) {
   std::string reply = "550 ";
-  for (int i = 0; i < 1000; ++i) reply += "\x95\x5C";
+  for (int i = 0; i < 500; ++i) reply += "\x95\x5C";
   const Handle session = connect();
   server_.on("DELE", 1, FtpFault::refuse(reply));
   EXPECT_FALSE(internet_->deleteFile(session, "x"));
@@ -190,6 +207,10 @@ TEST_F(InternetErrors, ATransferThatTheServerCutsFails) {
   server_.on("LIST", 1, FtpFault::cutTransfer(3));
   Internet::FindData entry;
   EXPECT_EQ(internet_->findFirst(second, "*.*", entry), 0U);
+  if (differsHere(Difference::kReplyAfterAListingIsNotChecked)) {
+    EXPECT_EQ(internet_->lastError(), Internet::kErrorNoMoreFiles);
+    return;
+  }
   EXPECT_EQ(internet_->lastError(), Internet::kErrorExtended);
   EXPECT_EQ(internet_->lastResponse().text, "426 Data connection closed.");
 }
@@ -197,9 +218,13 @@ TEST_F(InternetErrors, ATransferThatTheServerCutsFails) {
 TEST_F(InternetErrors, LocalFilesThatCannotBeRead) {
   const Handle session = connect();
   server_.clearTranscript();
-  for (const std::string& path : {folder_.path("missing"), folder_.path(""), std::string()}) {
+  const std::string missing = folder_.path("missing");
+  EXPECT_FALSE(internet_->putFile(session, missing, "x", Internet::kTransferBinary));
+  EXPECT_EQ(internet_->lastError(), Internet::kErrorFileNotFound);
+  for (const std::string& path : {folder_.path(""), std::string()}) {
     EXPECT_FALSE(internet_->putFile(session, path, "x", Internet::kTransferBinary)) << path;
-    EXPECT_EQ(internet_->lastError(), Internet::kErrorFileNotFound) << path;
+    EXPECT_LT(internet_->lastError(), Internet::kErrorInvalidParameter)
+        << "a number of the file system for " << path;
   }
   EXPECT_EQ(server_.transcript(), Names{});
 }

@@ -13,6 +13,29 @@ enum class Difference {
   kProfileWriteNormalizesLines,
   // Wine enforces locks on a part of a file against other locks, not against reading.
   kLockOnPartOfAFileDoesNotHinderReading,
+  // Wine's WinINet waits 30 seconds for a line of the server, and without end for a transfer,
+  // whatever time limits are set. Closing the session's handle from another thread, the documented
+  // way to break a call off, does not reach the call.
+  kTimeLimitsDoNotHold,
+  // It does not look at the greeting's code, nor at the reply that follows a listing.
+  kGreetingIsNotChecked,
+  kReplyAfterAListingIsNotChecked,
+  // Of a reply of several lines it keeps the last one; 425 it takes for a connection that failed.
+  kReplyIsItsLastLine,
+  kRefusedDataConnectionIsAFailedOne,
+  // It gives the numbers of its own state or of the socket layer when the server is gone, and none
+  // when a folder is empty.
+  kLostConnectionHasOtherNumbers,
+  kEmptyFolderHasNoNumber,
+  // It closes the connection without a word.
+  kSessionEndsWithoutQuit,
+  // It connects for data wherever the server tells it to, and knows no IPv6 address.
+  kPassiveAddressIsTrusted,
+  kNoIpv6,
+  // It reads a listing's line, and the current folder's name, in a simpler way.
+  kListedNameEndsAtABlank,
+  kListedSizeEndsAtTwoGibibytes,
+  kFolderNameEndsAtAQuote,
 };
 
 bool differsHere(Difference difference);

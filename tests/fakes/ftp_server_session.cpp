@@ -36,7 +36,7 @@ std::string listingLine(const RemoteTree::Entry& entry) {
 }  // namespace
 
 FtpServerSession::FtpServerSession(ScriptedFtpServer& server, TestSocket control)
-    : server_(server), control_(std::move(control)) {
+    : server_(server), hangUpsBefore_(server.hangUps_), control_(std::move(control)) {
 }
 
 const std::map<std::string, FtpServerSession::Handler>& FtpServerSession::handlers() {
@@ -341,7 +341,7 @@ void FtpServerSession::pause(milliseconds time) const {
 }
 
 bool FtpServerSession::goesOn() const {
-  return control_.valid() && !server_.stopping_;
+  return control_.valid() && !server_.stopping_ && server_.hangUps_ == hangUpsBefore_;
 }
 
 std::string FtpServerSession::pathOf(const std::string& argument) const {

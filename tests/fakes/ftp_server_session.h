@@ -72,6 +72,7 @@ class FtpServerSession {
   [[nodiscard]] std::string pathOf(const std::string& argument) const;
 
   ScriptedFtpServer& server_;
+  const int hangUpsBefore_;
   TestSocket control_;
   std::string received_;
   FtpFault fault_;

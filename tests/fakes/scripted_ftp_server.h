@@ -48,6 +48,8 @@ class ScriptedFtpServer {
   void on(const std::string& command, int occurrence, FtpFault fault);
   /// Forgets the script and the counts.
   void behave();
+  /// Ends the connection of the client that is there, whatever it waits for.
+  void hangUp() { ++hangUps_; }
   /// Gives this text for LIST instead of what is in the folder.
   void setListing(std::string text);
 
@@ -71,6 +73,7 @@ class ScriptedFtpServer {
   RemoteTree tree_;
   std::atomic<bool> stopping_ = false;
   std::atomic<int> connections_ = 0;
+  std::atomic<int> hangUps_ = 0;
 
   mutable std::mutex mutex_;
   std::map<std::pair<std::string, int>, FtpFault> script_;

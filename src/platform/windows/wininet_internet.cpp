@@ -8,12 +8,16 @@
 
 #include "platform/windows/ansi_path.h"
 #include "platform/windows/wide_text.h"
+#include "text/server_text.h"
+#include "text/strings.h"
 
 namespace karvel {
 namespace {
 
 constexpr DWORD_PTR kContext = 1;
 constexpr DWORD_PTR kFindContext = 0;
+constexpr DWORD kTransferLimits = 3;           ///< limits of an answer that a transfer may pause
+constexpr std::size_t kLongestResponse = 255;  ///< bytes
 
 HINTERNET native(Internet::Handle handle) {
   return reinterpret_cast<HINTERNET>(handle);
@@ -42,6 +46,23 @@ bool sendable(std::initializer_list<std::string> texts) {
   return true;
 }
 
+/// The library takes the lower half of a port's number, and an empty name for this machine.
+bool reachable(const Internet::Account& account) {
+  if (account.port < 0 || account.port > 0xFFFF) {
+    SetLastError(ERROR_INVALID_PARAMETER);
+    return false;
+  }
+  if (trimmed(account.host.value_or("")).empty()) {
+    SetLastError(ERROR_INTERNET_NAME_NOT_RESOLVED);
+    return false;
+  }
+  return true;
+}
+
+bool setNumber(HINTERNET root, DWORD option, DWORD value) {
+  return InternetSetOptionA(root, option, &value, sizeof value) != FALSE;
+}
+
 Internet::FindData findDataOf(const WIN32_FIND_DATAA& found) {
   ULARGE_INTEGER time{};
   time.LowPart = found.ftLastWriteTime.dwLowDateTime;
@@ -54,20 +75,26 @@ Internet::FindData findDataOf(const WIN32_FIND_DATAA& found) {
 
 Internet::Handle WininetInternet::open() {
   const HINTERNET root = InternetOpenA(nullptr, INTERNET_OPEN_TYPE_DIRECT, nullptr, nullptr, 0);
-  note(root != nullptr);
+  // By itself the library tries five times, each as long as the time limit.
+  if (note(root != nullptr)) setNumber(root, INTERNET_OPTION_CONNECT_RETRIES, 1);
   return portable(root);
 }
 
 bool WininetInternet::setOption(Handle root, std::uint32_t option, std::uint32_t milliseconds) {
-  DWORD value = milliseconds;
-  return note(InternetSetOptionA(native(root), option, &value, sizeof value) != FALSE);
+  if (option == kOptionReceiveTimeout) {
+    setNumber(native(root), INTERNET_OPTION_CONTROL_SEND_TIMEOUT, milliseconds);
+    setNumber(native(root), INTERNET_OPTION_DATA_SEND_TIMEOUT, kTransferLimits * milliseconds);
+    setNumber(native(root), INTERNET_OPTION_DATA_RECEIVE_TIMEOUT, kTransferLimits * milliseconds);
+  }
+  return note(setNumber(native(root), option, milliseconds));
 }
 
 Internet::Handle WininetInternet::connect(Handle root, const Account& account,
                                           std::uint32_t flags) {
   HINTERNET session = nullptr;
   if (sendable(
-          {account.host.value_or(""), account.user.value_or(""), account.password.value_or("")})) {
+          {account.host.value_or(""), account.user.value_or(""), account.password.value_or("")}) &&
+      reachable(account)) {
     session =
         InternetConnectA(native(root), textOrAbsent(account.host),
                          static_cast<INTERNET_PORT>(account.port), textOrAbsent(account.user),
@@ -147,11 +174,18 @@ bool WininetInternet::findNext(Handle find, FindData& entry) {
 }
 
 Internet::Response WininetInternet::lastResponse() {
-  std::array<char, 256> buffer{};
-  DWORD length = buffer.size() - 1;
+  std::string buffer(kLongestResponse + 1, '\0');
+  auto length = static_cast<DWORD>(buffer.size());
   DWORD number = 0;
-  InternetGetLastResponseInfoA(&number, buffer.data(), &length);
-  return {number, std::string(buffer.data(), strnlen(buffer.data(), buffer.size() - 1))};
+  // A text that does not fit is not given at all, only its length.
+  if (InternetGetLastResponseInfoA(&number, buffer.data(), &length) == FALSE &&
+      GetLastError() == ERROR_INSUFFICIENT_BUFFER) {
+    buffer.assign(length + std::size_t{1}, '\0');
+    length = static_cast<DWORD>(buffer.size());
+    InternetGetLastResponseInfoA(&number, buffer.data(), &length);
+  }
+  const std::string text = codePage932OfServerText(buffer.c_str());
+  return {number, std::string(cutBytes932(text, kLongestResponse))};
 }
 
 std::string WininetInternet::systemMessage(ErrorNumber number) {
