@@ -1,0 +1,238 @@
+#!/usr/bin/python3
+"""The Windows program beside the Linux program on the same shop: both must leave the same."""
+
+import os
+import re
+import shutil
+import subprocess
+import sys
+import threading
+import unittest
+from pathlib import Path
+
+from pyftpdlib.authorizers import DummyAuthorizer
+from pyftpdlib.handlers import FTPHandler
+from pyftpdlib.ioloop import IOLoop
+from pyftpdlib.servers import FTPServer
+
+sys.path.append(str(Path(__file__).resolve().parents[1] / "e2e"))
+WINDOWS_PROGRAM = os.environ["KARVEL_WINDOWS_PROGRAM"]
+WINE_RUN = os.environ["KARVEL_WINE_RUN"]
+for tool in ("KARVEL_PROGRAM", "KARVEL_SAMPLE_SHOP"):
+    if not Path(os.environ[tool]).is_file():
+        sys.exit(f"{os.environ[tool]} is missing: build karvel and sample_shop for Linux first")
+
+from shop import CODE_PAGE, SHOP_INFO, TABLE, Run, Shop  # noqa: E402
+
+SITE_FOLDER = "本部/集計 表"
+USER, PASSWORD = "noto", "secret5"
+HIGHEST_PORT = 60000  # that the program takes from its settings
+COMMANDS_THAT_MATTER = ("USER", "PASS", "CWD", "STOR", "DELE", "RNFR", "RNTO", "MKD", "RMD")
+
+
+def windows_path(path):
+    return "Z:" + str(path).replace("/", "\\")
+
+
+class WindowsShop(Shop):
+    """The same shop, in folders with Japanese and blanks in their names."""
+
+    def __init__(self, test, *options):
+        super().__init__(test, *options)
+        (self.folder / "karvel").unlink()
+        self.folder = self.folder.rename(self.base / "集計 ソフト 表")
+        self.out = self.out.rename(self.base / "本部 表")
+        self.set("HST FOLD", windows_path(self.folder))
+        self.set("OUT FOLD", windows_path(self.out))
+        shutil.copy(WINDOWS_PROGRAM, self.folder / "karvel.exe")
+
+    def start(self, *arguments, through=()):
+        return WindowsRun(self, arguments)
+
+
+class WindowsRun(Run):
+    def __init__(self, shop, arguments):
+        self.shop = shop
+        self.test = shop.test
+        environment = {key: value for key, value in os.environ.items() if key != "DISPLAY"}
+        self.process = subprocess.Popen(
+            [WINE_RUN, shop.folder / "karvel.exe", *arguments], cwd="/", env=environment,
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        self.test.addCleanup(self.stop)
+
+
+class SiteHandler(FTPHandler):
+    """A server at home: names are bytes of code page 932. The command lines are kept."""
+
+    lines = None
+
+    def decode(self, bytes):
+        return bytes.decode(CODE_PAGE, "replace")
+
+    def push(self, s):
+        super(FTPHandler, self).push(s.encode(CODE_PAGE, "replace"))
+
+    def pre_process_command(self, line, cmd, arg):
+        self.lines.append((cmd, arg))
+        super().pre_process_command(line, cmd, arg)
+
+    def log(self, msg, logfun=None):
+        pass
+
+    logline = log
+
+
+class Site:
+    """An FTP server on loopback, with a folder of files to replace."""
+
+    def __init__(self, test, base):
+        self.root = base / "site"
+        self.folder = self.root / SITE_FOLDER
+        self.folder.mkdir(parents=True)
+        for name in (TABLE, SHOP_INFO):
+            (self.folder / name).write_text("old")
+        authorizer = DummyAuthorizer()
+        authorizer.add_user(USER, PASSWORD, str(self.root), perm="elradfmwMT")
+        self.lines = []
+        handler = type("Handler", (SiteHandler,), {"authorizer": authorizer, "lines": self.lines})
+        self.server = self.listen(handler)
+        self.thread = threading.Thread(target=self.serve)
+        self.stopping = False
+        self.thread.start()
+        test.addCleanup(self.stop)
+
+    @staticmethod
+    def listen(handler):
+        while True:
+            server = FTPServer(("127.0.0.1", 0), handler, ioloop=IOLoop())
+            if server.socket.getsockname()[1] <= HIGHEST_PORT:
+                return server
+            server.close()
+
+    def serve(self):
+        while not self.stopping:
+            self.server.ioloop.loop(timeout=0.1, blocking=False)
+        self.server.close_all()
+
+    def stop(self):
+        self.stopping = True
+        self.thread.join()
+
+    @property
+    def port(self):
+        return self.server.socket.getsockname()[1]
+
+    def commands(self):
+        return [line for line in self.lines if line[0] in COMMANDS_THAT_MATTER]
+
+    def files(self):
+        return {str(path.relative_to(self.root)): path.read_bytes()
+                for path in self.root.rglob("*") if path.is_file()}
+
+
+def without_stamps(files):
+    """Date and time are those of the run."""
+    stamp = re.compile(rb"^\d{4}/\d\d/\d\d\t\d\d:\d\d:\d\d\t", re.MULTILINE)
+    return {name: stamp.sub(b"(date)\t(time)\t", content) for name, content in files.items()}
+
+
+def settings(shop):
+    """The lines of both files, in order; the two shops differ in where they are. Wine writes a file
+    anew without the blanks and the empty lines in it."""
+    lines = []
+    for file in (shop.own_settings, shop.ticket_settings):
+        text = file.read_bytes().decode(CODE_PAGE)
+        for line in filter(None, text.split("\r\n")):
+            name, equals, value = line.partition("=")
+            here = name in ("HST FOLD", "OUT FOLD", "FTP PORT")
+            lines.append(name.strip() + equals + ("(here)" if here and value else value.strip()))
+    return lines
+
+
+def names(shop):
+    return [name for name in shop.names() if name not in ("karvel", "karvel.exe")]
+
+
+class TwinTest(unittest.TestCase):
+    maxDiff = None
+
+    def check_same(self, linux, windows):
+        self.assertEqual(windows.log_messages(), linux.log_messages())
+        self.assertEqual(settings(windows), settings(linux))
+        self.assertEqual(names(windows), names(linux))
+        self.assertEqual(without_stamps(windows.delivered()), without_stamps(linux.delivered()))
+
+
+class SendRunTest(TwinTest):
+    def test_a_run_into_a_folder(self):
+        shops = [kind(self, "--receptions", "400", "--seed", "7") for kind in (Shop, WindowsShop)]
+        for shop in shops:
+            (shop.out / TABLE).write_text("old")
+            shop.desk_file(5).unlink()
+            shop.send_once()
+        self.check_same(*shops)
+        self.assertEqual(set(shops[0].delivered()), {TABLE, SHOP_INFO})
+        self.assertGreater(len(shops[0].delivered()[TABLE]), len("old"))
+
+    def check_a_run_to_a_site(self, passive):
+        shops, sites = [], []
+        for kind in (Shop, WindowsShop):
+            shop = kind(self, "--receptions", "100", "--destination", "own-site", "--host",
+                        "127.0.0.1", "--user", USER, "--password", PASSWORD, "--passive", passive)
+            site = Site(self, shop.base)
+            shop.set("FTP PORT", str(site.port))
+            shop.set("FTP FOLD", SITE_FOLDER)
+            shop.send_once()
+            shops.append(shop)
+            sites.append(site)
+        self.check_same(*shops)
+        linux, windows = sites
+        self.assertEqual(windows.commands(), linux.commands())
+        self.assertEqual(without_stamps(windows.files()), without_stamps(linux.files()))
+        for name in (TABLE, SHOP_INFO):
+            self.assertGreater(len(linux.files()[f"{SITE_FOLDER}/{name}"]), len("old"))
+
+    def test_a_run_to_a_site(self):
+        self.check_a_run_to_a_site("1")
+
+    def test_a_run_to_a_site_with_active_transfers(self):
+        self.check_a_run_to_a_site("0")
+
+
+class StartUpTest(TwinTest):
+    def test_the_first_start_creates_the_settings_and_ends(self):
+        shops = [kind(self) for kind in (Shop, WindowsShop)]
+        for shop in shops:
+            shop.own_settings.unlink()
+            shop.start().expect_end()
+        self.check_same(*shops)
+        self.assertEqual(shops[1].setting("HST FOLD"), windows_path(shops[1].folder))
+
+    def test_without_a_confirmed_destination_it_ends(self):
+        shops = [kind(self) for kind in (Shop, WindowsShop)]
+        for shop in shops:
+            shop.set("FTP CHKC", "0")
+            shop.start().expect_end()
+        self.check_same(*shops)
+        self.assertEqual(shops[1].delivered(), {})
+
+    def test_a_second_instance_leaves_the_first_alone(self):
+        shop = WindowsShop(self, "--receptions", "10")
+        first = shop.start()
+        first.wait_for_start()
+        first.wait_for_tick()
+        work_file = shop.folder / "work.txt"
+        work_file.write_text("of the first")
+        before = settings(shop)
+        for arguments in ((), ("-init",)):
+            shop.start(*arguments).expect_end()
+        self.assertTrue(first.running())
+        self.assertTrue(work_file.exists())
+        self.assertEqual(settings(shop), before)
+        first.request("FTP EXIT", 1)
+        first.expect_end()
+        self.assertIn(TABLE, shop.delivered())
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
