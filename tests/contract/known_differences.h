@@ -15,7 +15,8 @@ enum class Difference {
   kLockOnPartOfAFileDoesNotHinderReading,
   // Wine's WinINet waits 30 seconds for a line of the server, and without end for a transfer,
   // whatever time limits are set. Closing the session's handle from another thread, the documented
-  // way to break a call off, does not reach the call.
+  // way to break a call off, does not reach the call. So a send run broken in every way, which
+  // would take hours, is tested where the limits hold.
   kTimeLimitsDoNotHold,
   // It does not look at the greeting's code, nor at the reply that follows a listing.
   kGreetingIsNotChecked,

@@ -11,7 +11,6 @@
 #include <thread>
 #include <vector>
 
-#include "contract/known_differences.h"
 #include "contract/run_report.h"
 #include "contract/site_shop.h"
 
@@ -242,16 +241,10 @@ struct Cell {
   const Fault& fault;
 };
 
-/// Without time limits the matrix would take hours.
-bool canBeWaitedFor(const Fault& fault) {
-  return fault.limit == kPatience || !differsHere(Difference::kTimeLimitsDoNotHold);
-}
-
 std::vector<Cell> cellsOf(const Model& model) {
   std::vector<Cell> cells;
   for (const Moment& moment : model.moments) {
     for (const Fault& fault : faults()) {
-      if (!canBeWaitedFor(fault)) continue;
       if (!fault.ofTransfers || isTransfer(moment.command)) cells.push_back({moment, fault});
     }
   }
