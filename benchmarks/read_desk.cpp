@@ -6,9 +6,8 @@
 #include <iostream>
 #include <string>
 
-#include "platform/linux/ini_profile.h"
-#include "platform/linux/posix_files.h"
-#include "platform/linux/system_clock.h"
+#include "contract/ports.h"
+#include "fakes/fake_clock.h"
 #include "stats/desk_reader.h"
 
 namespace {
@@ -21,6 +20,7 @@ void printFigures(const karvel::DeskFigures& figures) {
             << figures.callInterval << "\n";
 }
 
+/// 0 where the system does not tell it in this way.
 long peakMemoryKib() {
   std::ifstream status("/proc/self/status");
   const std::string label = "VmHWM:";
@@ -37,11 +37,11 @@ long peakMemoryKib() {
 
 int main(int argc, char** argv) {
   if (argc != 4) return 2;
-  karvel::PosixFiles files;
-  karvel::IniProfile profile;
-  karvel::SystemClock clock;
-  karvel::IniRedWrt settings(profile, files, clock);
-  karvel::DeskReader reader(files, settings, argv[1]);
+  const auto files = karvel::makeFiles();
+  const auto profile = karvel::makeProfile();
+  karvel::FakeClock clock;
+  karvel::IniRedWrt settings(*profile, *files, clock);
+  karvel::DeskReader reader(*files, settings, argv[1]);
 
   const auto begin = std::chrono::steady_clock::now();
   const karvel::DeskFigures figures = reader.readDay(argv[2], std::stoi(argv[3]));
