@@ -277,6 +277,7 @@ TEST_P(SendRunFaults, AtEveryCommandLeaveWholeFilesAndATrueReport) {
     }
   };
   std::vector<std::thread> workers;
+  workers.reserve(kSideBySide);
   for (int i = 0; i < kSideBySide; ++i) workers.emplace_back(work);
   for (std::thread& worker : workers) worker.join();
 

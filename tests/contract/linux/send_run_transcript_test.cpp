@@ -171,7 +171,7 @@ TEST_F(SendRunTranscript, AFolderIsEnteredLevelByLevel) {
     std::string path;
     Lines walk;
     for (const std::string& level : testCase.levels) {
-      path += "/" + toCodePage932(level);
+      path.append("/").append(toCodePage932(level));
       walk = joined({walk, entered(level)});
     }
     if (!path.empty()) server.tree().addFolder(path);
@@ -181,7 +181,7 @@ TEST_F(SendRunTranscript, AFolderIsEnteredLevelByLevel) {
     shop.send();
     EXPECT_TRUE(reportOf(shop.takeLog()).succeeded()) << testCase.folder;
     EXPECT_EQ(server.transcript(), joined({kLogin, kFirstRefresh, walk, kBothNew, {"QUIT"}}));
-    EXPECT_TRUE(server.tree().isFile(path + "/" + kTable)) << testCase.folder;
+    EXPECT_TRUE(server.tree().isFile(path.append("/").append(kTable))) << testCase.folder;
   }
 }
 
