@@ -84,16 +84,14 @@ Internet::FindData findDataOf(ListedEntry&& entry) {
 
 }  // namespace
 
-CurlInternet::CurlInternet() {
-  curl_global_init(CURL_GLOBAL_DEFAULT);
-}
-
 CurlInternet::~CurlInternet() {
   sessions_.clear();
-  curl_global_cleanup();
+  if (libraryReady_) curl_global_cleanup();
 }
 
 Internet::Handle CurlInternet::open() {
+  // Not before: the library is loaded by its first call.
+  if (!libraryReady_) libraryReady_ = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
   roots_.emplace(++lastHandle_, FtpTimeLimits());
   return lastHandle_;
 }

@@ -17,7 +17,7 @@ namespace karvel {
 /// what was opened with it; a new enumeration of a session replaces its former one.
 class CurlInternet : public Internet {
  public:
-  CurlInternet();
+  CurlInternet() = default;
   CurlInternet(const CurlInternet&) = delete;
   CurlInternet& operator=(const CurlInternet&) = delete;
   ~CurlInternet() override;
@@ -67,6 +67,7 @@ class CurlInternet : public Internet {
   void closeSessionsOf(Handle root);
   bool nextEntry(FtpListing& listing, FindData& entry);
 
+  bool libraryReady_ = false;
   Handle lastHandle_ = 0;
   std::map<Handle, FtpTimeLimits> roots_;
   std::map<Handle, Session> sessions_;

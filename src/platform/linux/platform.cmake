@@ -8,7 +8,9 @@ qt6_add_resources(image_sources ${CMAKE_SOURCE_DIR}/assets/icons/icons.qrc)
 add_library(karvel_platform STATIC ${platform_sources} ${image_sources})
 target_link_libraries(karvel_platform
   PUBLIC karvel_core Qt6::Widgets
-  PRIVATE CURL::libcurl Threads::Threads ${XCB_LIBRARY})
+  PRIVATE ${CMAKE_DL_LIBS} Threads::Threads ${XCB_LIBRARY})
+# Its headers alone: the library is loaded on demand.
+target_include_directories(karvel_platform PRIVATE ${CURL_INCLUDE_DIRS})
 
 function(karvel_finish_program target)
 endfunction()
