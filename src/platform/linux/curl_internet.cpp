@@ -92,6 +92,7 @@ CurlInternet::~CurlInternet() {
 Internet::Handle CurlInternet::open() {
   // Not before: the library is loaded by its first call.
   if (!libraryReady_) libraryReady_ = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+  if (!libraryReady_) return fail(kErrorInternal), 0;
   roots_.emplace(++lastHandle_, FtpTimeLimits());
   return lastHandle_;
 }

@@ -18,16 +18,19 @@ namespace {
 /// Of the binary interface that the headers describe.
 constexpr const char* kLibrary = "libcurl.so.4";
 
-[[noreturn]] void endFor(const char* missing) {
-  std::fprintf(stderr, "karvel: %s\n", missing);
-  std::abort();
+void* library() {
+  static void* const handle = dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL);
+  return handle;
 }
 
+/// Called behind a successful curl_global_init() only, so the library is there; one without a
+/// function of its own interface cannot be gone on with.
 void* function(const char* name) {
-  static void* const library = dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL);
-  if (library == nullptr) endFor(dlerror());
-  void* const found = dlsym(library, name);
-  if (found == nullptr) endFor(dlerror());
+  void* const found = dlsym(library(), name);
+  if (found == nullptr) {
+    std::fprintf(stderr, "karvel: %s\n", dlerror());
+    std::abort();
+  }
   return found;
 }
 
@@ -42,6 +45,7 @@ Function* loaded(Function* /*standIn*/, const char* name) {
 extern "C" {
 
 CURLcode curl_global_init(long flags) {
+  if (library() == nullptr) return CURLE_FAILED_INIT;
   return loaded(&curl_global_init, "curl_global_init")(flags);
 }
 
