@@ -187,7 +187,14 @@ class Screen:
         """Chooses the menu's first, second or third entry."""
         self.open_menu()
         x, y, width, height = self.popup()
-        self.click(x + width // 2, y + height * (2 * entry - 1) // 6)
+        place = (str(x + width // 2), str(y + height * (2 * entry - 1) // 6))
+        # A hand comes to rest on an entry first. A menu that has only just opened takes a click
+        # without a movement before it for the end of the click that opened it.
+        self.ask("xdotool", "mousemove", *place)
+        time.sleep(0.5)
+        self.ask("xdotool", "mousemove_relative", "2", "1")
+        time.sleep(0.2)
+        self.ask("xdotool", "click", "1")
         self.wait_until(lambda: not self.popup(), "the menu's end")
 
 

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScreen>
+#include <QTimer>
 #include <algorithm>
 #include <string_view>
 
@@ -122,15 +123,22 @@ void QtFormWindow::syncForm() {
 void QtFormWindow::applyStateOfWindow() {
   const bool minimized = form_->windowState() == WindowState::kMinimized;
   if (minimized) {
-    setWindowState(windowState() | Qt::WindowMinimized);
-    show();
+    // Later, and only if the form does not hide its window now that it is minimised: the window
+    // manager's word on it would arrive when the window is shown again.
+    QTimer::singleShot(0, this, [this] { minimizeIfStillShown(); });
   } else if (!isVisible() || isMinimized()) {
     showInFront();
   }
 }
 
+void QtFormWindow::minimizeIfStillShown() {
+  if (form_ == nullptr || !form_->visible()) return;
+  if (form_->windowState() == WindowState::kMinimized) showMinimized();
+}
+
 void QtFormWindow::showInFront() {
   if (!isVisible()) centre();
+  painted_ = painted_ && isVisible() && !isMinimized();
   showNormal();
   raise();
   activateWindow();
@@ -188,8 +196,15 @@ void QtFormWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) layOut();
 }
 
+void QtFormWindow::paintEvent(QPaintEvent* event) {
+  painted_ = true;
+  QWidget::paintEvent(event);
+}
+
 void QtFormWindow::reportState() {
   if (!form_->visible() || !isVisible()) return;
+  // Nobody minimises a window that is not on the screen yet: that is late news from before.
+  if (isMinimized() && !painted_) return;
   form_->setWindowState(isMinimized() ? WindowState::kMinimized : WindowState::kNormal);
 }
 

@@ -31,6 +31,7 @@ class QtFormWindow final : public QWidget {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -40,6 +41,7 @@ class QtFormWindow final : public QWidget {
   void layOut();
   void applyStateOfWindow();
   void showInFront();
+  void minimizeIfStillShown();
   void centre();
   void reportState();
   void keepFocusFor(QWidget& widget, const QWidget* focusedBefore);
@@ -54,6 +56,7 @@ class QtFormWindow final : public QWidget {
   /// has turned to another control meanwhile. (A command is disabled while it runs.)
   QPointer<QWidget> focusWaiting_;
   bool layingOut_ = false;
+  bool painted_ = false;  ///< since it was last shown
 };
 
 }  // namespace karvel
