@@ -8,7 +8,8 @@
 #include "contract/site_shop.h"
 
 // Accounts, folders and servers that a shop cannot send to: what it sees of that, and that it goes
-// on afterwards.
+// on afterwards. Here and not for every platform because silent servers need short time limits,
+// which Wine's library does not keep, and it waits for servers that speak no FTP without an end.
 
 namespace karvel {
 namespace {
