@@ -23,7 +23,6 @@ class Internet {
 
   static constexpr std::uint32_t kFlagAsync = 0x10000000;    ///< no effect on a synchronous handle
   static constexpr std::uint32_t kFlagPassive = 0x08000000;  ///< PASV/EPSV; without it PORT/EPRT
-  static constexpr std::uint32_t kFlagReload = 0x80000000;   ///< no effect beside a transfer type
 
   static constexpr std::uint32_t kTransferAscii = 1;   ///< each line end is CR LF on the wire
   static constexpr std::uint32_t kTransferBinary = 2;  ///< the bytes unchanged
@@ -32,7 +31,6 @@ class Internet {
   static constexpr ErrorNumber kErrorFileNotFound = 2;  ///< the local file cannot be read
   static constexpr ErrorNumber kErrorInvalidHandle = 6;
   static constexpr ErrorNumber kErrorNoMoreFiles = 18;
-  static constexpr ErrorNumber kErrorFileExists = 80;
   static constexpr ErrorNumber kErrorInvalidParameter = 87;
   static constexpr ErrorNumber kErrorTimeout = 12002;
   static constexpr ErrorNumber kErrorExtended = 12003;
@@ -83,12 +81,8 @@ class Internet {
 
   virtual bool putFile(Handle session, const std::string& localPath, const std::string& remoteName,
                        std::uint32_t transferType) = 0;
-  virtual bool getFile(Handle session, const std::string& remoteName, const std::string& localPath,
-                       bool failIfExists, std::uint32_t flags) = 0;
   virtual bool renameFile(Handle session, const std::string& from, const std::string& to) = 0;
   virtual bool deleteFile(Handle session, const std::string& remoteName) = 0;
-  virtual bool createDirectory(Handle session, const std::string& folder) = 0;
-  virtual bool removeDirectory(Handle session, const std::string& folder) = 0;
 
   /// Starts an enumeration of the current folder and gives its first entry; an empty folder fails
   /// with kErrorNoMoreFiles. One enumeration per session; while it is open other calls are fine.

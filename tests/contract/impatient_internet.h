@@ -36,21 +36,11 @@ class ImpatientInternet final : public Internet {
                std::uint32_t transferType) override {
     return library_->putFile(session, localPath, remoteName, transferType);
   }
-  bool getFile(Handle session, const std::string& remoteName, const std::string& localPath,
-               bool failIfExists, std::uint32_t flags) override {
-    return library_->getFile(session, remoteName, localPath, failIfExists, flags);
-  }
   bool renameFile(Handle session, const std::string& from, const std::string& to) override {
     return library_->renameFile(session, from, to);
   }
   bool deleteFile(Handle session, const std::string& remoteName) override {
     return library_->deleteFile(session, remoteName);
-  }
-  bool createDirectory(Handle session, const std::string& folder) override {
-    return library_->createDirectory(session, folder);
-  }
-  bool removeDirectory(Handle session, const std::string& folder) override {
-    return library_->removeDirectory(session, folder);
   }
   Handle findFirst(Handle session, const std::string& pattern, FindData& entry) override {
     return library_->findFirst(session, pattern, entry);

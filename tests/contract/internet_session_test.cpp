@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
-#include <sstream>
 
 #include "contract/internet_fixture.h"
 #include "contract/known_differences.h"
@@ -164,33 +162,6 @@ TEST_F(InternetSession, GivesSizesBeyondFourGibibytes) {
   const bool ends = differsHere(Difference::kListedSizeEndsAtTwoGibibytes);
   EXPECT_EQ(entry.sizeHigh, ends ? 0U : 1U);
   EXPECT_EQ(entry.sizeLow, ends ? 0x7FFFFFFFU : 0x80000000U);
-}
-
-TEST_F(InternetSession, FetchesAFile) {
-  const std::string content =
-      "some\x01"
-      "bytes\xFF";
-  server_.tree().addFile("/file.bin", content);
-  const std::string target = folder_.path("fetched.bin");
-  const Handle session = connect();
-  const std::uint32_t flags = Internet::kTransferBinary | Internet::kFlagReload;
-  ASSERT_TRUE(internet_->getFile(session, "file.bin", target, true, flags));
-  std::ostringstream fetched;
-  fetched << std::ifstream(target, std::ios::binary).rdbuf();
-  EXPECT_EQ(fetched.str(), content);
-
-  EXPECT_FALSE(internet_->getFile(session, "file.bin", target, true, flags));
-  EXPECT_EQ(internet_->lastError(), Internet::kErrorFileExists);
-  EXPECT_TRUE(internet_->getFile(session, "file.bin", target, false, flags));
-}
-
-TEST_F(InternetSession, MakesAndRemovesFolders) {
-  const Handle session = connect();
-  EXPECT_TRUE(internet_->createDirectory(session, "new"));
-  EXPECT_TRUE(server_.tree().isFolder("/new"));
-  EXPECT_FALSE(internet_->createDirectory(session, "new"));
-  EXPECT_TRUE(internet_->removeDirectory(session, "new"));
-  EXPECT_FALSE(server_.tree().isFolder("/new"));
 }
 
 TEST_F(InternetSession, TransfersInActiveModeToo) {

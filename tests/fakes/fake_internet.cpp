@@ -75,10 +75,6 @@ bool FakeInternet::putFile(Handle, const std::string& localPath, const std::stri
   return true;
 }
 
-bool FakeInternet::getFile(Handle, const std::string&, const std::string&, bool, std::uint32_t) {
-  return false;
-}
-
 bool FakeInternet::renameFile(Handle, const std::string& from, const std::string& to) {
   bool result = false;
   if (!begin("rename " + from + " " + to, result)) return result;
@@ -96,14 +92,6 @@ bool FakeInternet::deleteFile(Handle, const std::string& remoteName) {
   bool result = false;
   if (!begin("delete " + remoteName, result)) return result;
   return folders[current].erase(remoteName) > 0;
-}
-
-bool FakeInternet::createDirectory(Handle, const std::string&) {
-  return false;
-}
-
-bool FakeInternet::removeDirectory(Handle, const std::string&) {
-  return false;
 }
 
 std::vector<Internet::FindData> FakeInternet::listing() const {

@@ -42,12 +42,8 @@ class FakeInternet final : public Internet {
   bool setCurrentDirectory(Handle session, const std::string& folder) override;
   bool putFile(Handle session, const std::string& localPath, const std::string& remoteName,
                std::uint32_t transferType) override;
-  bool getFile(Handle session, const std::string& remoteName, const std::string& localPath,
-               bool failIfExists, std::uint32_t flags) override;
   bool renameFile(Handle session, const std::string& from, const std::string& to) override;
   bool deleteFile(Handle session, const std::string& remoteName) override;
-  bool createDirectory(Handle session, const std::string& folder) override;
-  bool removeDirectory(Handle session, const std::string& folder) override;
   Handle findFirst(Handle session, const std::string& pattern, FindData& entry) override;
   bool findNext(Handle find, FindData& entry) override;
   ErrorNumber lastError() override { return failure_.number; }

@@ -46,12 +46,11 @@ const std::map<std::string, FtpServerSession::Handler>& FtpServerSession::handle
       {"TYPE", &FtpServerSession::type}, {"SIZE", &FtpServerSession::size},
       {"PASV", &FtpServerSession::pasv}, {"EPSV", &FtpServerSession::epsv},
       {"PORT", &FtpServerSession::port}, {"EPRT", &FtpServerSession::eprt},
-      {"LIST", &FtpServerSession::list}, {"RETR", &FtpServerSession::retr},
-      {"STOR", &FtpServerSession::stor}, {"DELE", &FtpServerSession::dele},
-      {"RNFR", &FtpServerSession::rnfr}, {"RNTO", &FtpServerSession::rnto},
-      {"MKD", &FtpServerSession::mkd},   {"RMD", &FtpServerSession::rmd},
-      {"SYST", &FtpServerSession::syst}, {"FEAT", &FtpServerSession::feat},
-      {"NOOP", &FtpServerSession::noop}, {"QUIT", &FtpServerSession::quit},
+      {"LIST", &FtpServerSession::list}, {"STOR", &FtpServerSession::stor},
+      {"DELE", &FtpServerSession::dele}, {"RNFR", &FtpServerSession::rnfr},
+      {"RNTO", &FtpServerSession::rnto}, {"SYST", &FtpServerSession::syst},
+      {"FEAT", &FtpServerSession::feat}, {"NOOP", &FtpServerSession::noop},
+      {"QUIT", &FtpServerSession::quit},
   };
   return table;
 }
@@ -198,11 +197,6 @@ std::string FtpServerSession::list(const std::string& /*argument*/) {
   return sendData(text);
 }
 
-std::string FtpServerSession::retr(const std::string& argument) {
-  const auto content = server_.tree().content(pathOf(argument));
-  return content ? sendData(*content) : "550 No such file.";
-}
-
 std::string FtpServerSession::stor(const std::string& argument) {
   const std::string path = pathOf(argument);
   // As on a real server, a transfer that breaks off leaves what has arrived.
@@ -226,14 +220,6 @@ std::string FtpServerSession::rnto(const std::string& argument) {
   const std::string from = std::exchange(renameFrom_, "");
   if (from.empty()) return "503 RNFR first.";
   return server_.tree().rename(from, pathOf(argument)) ? "250 Renamed." : "553 Not allowed.";
-}
-
-std::string FtpServerSession::mkd(const std::string& argument) {
-  return server_.tree().createFolder(pathOf(argument)) ? "257 Created." : "550 Not created.";
-}
-
-std::string FtpServerSession::rmd(const std::string& argument) {
-  return server_.tree().removeFolder(pathOf(argument)) ? "250 Removed." : "550 Not removed.";
 }
 
 std::string FtpServerSession::syst(const std::string& /*argument*/) {

@@ -42,13 +42,10 @@ class FtpServerSession {
   std::string port(const std::string& argument);
   std::string eprt(const std::string& argument);
   std::string list(const std::string& argument);
-  std::string retr(const std::string& argument);
   std::string stor(const std::string& argument);
   std::string dele(const std::string& argument);
   std::string rnfr(const std::string& argument);
   std::string rnto(const std::string& argument);
-  std::string mkd(const std::string& argument);
-  std::string rmd(const std::string& argument);
   std::string syst(const std::string& argument);
   std::string feat(const std::string& argument);
   std::string noop(const std::string& argument);

@@ -66,19 +66,6 @@ bool RemoteTree::removeFile(const std::string& path) {
   return node != nullptr && !node->folder && nodes_.erase(path) == 1;
 }
 
-bool RemoteTree::removeFolder(const std::string& path) {
-  if (path == "/" || !entries(path).empty()) return false;
-  const std::lock_guard lock(mutex_);
-  return hasFolder(path) && nodes_.erase(path) == 1;
-}
-
-bool RemoteTree::createFolder(const std::string& path) {
-  const std::lock_guard lock(mutex_);
-  if (find(path) != nullptr || !hasFolder(parentOf(path))) return false;
-  nodes_[path] = {true, {}};
-  return true;
-}
-
 bool RemoteTree::rename(const std::string& from, const std::string& to) {
   const std::lock_guard lock(mutex_);
   const Node* const node = find(from);

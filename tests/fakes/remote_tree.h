@@ -31,8 +31,6 @@ class RemoteTree {
 
   // What FTP commands do; false when the server would refuse.
   bool removeFile(const std::string& path);
-  bool removeFolder(const std::string& path);
-  bool createFolder(const std::string& path);
   bool rename(const std::string& from, const std::string& to);
   /// Creates or replaces a file in an existing folder.
   bool store(const std::string& path, std::string content);

@@ -28,7 +28,7 @@ from shop import CODE_PAGE, SHOP_INFO, TABLE, Run, Shop  # noqa: E402
 SITE_FOLDER = "本部/集計表"  # no blank: Wine cuts the names that a server lists at one
 USER, PASSWORD = "noto", "secret5"
 HIGHEST_PORT = 60000  # that the program takes from its settings
-COMMANDS_THAT_MATTER = ("USER", "PASS", "CWD", "STOR", "DELE", "RNFR", "RNTO", "MKD", "RMD")
+COMMANDS_THAT_MATTER = ("USER", "PASS", "CWD", "STOR", "DELE", "RNFR", "RNTO")
 
 
 def windows_path(path):

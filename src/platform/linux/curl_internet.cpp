@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "platform/linux/ftp_url.h"
-#include "platform/linux/local_target.h"
 #include "platform/linux/system_message.h"
 #include "platform/linux/upload_reader.h"
 #include "text/server_text.h"
@@ -176,20 +175,6 @@ bool CurlInternet::putFile(Handle session, const std::string& localPath,
   return conclude(*connection, connection->upload(remoteName, *reader, type));
 }
 
-bool CurlInternet::getFile(Handle session, const std::string& remoteName,
-                           const std::string& localPath, bool failIfExists, std::uint32_t flags) {
-  FtpConnection* const connection = connectionOf(session);
-  if (connection == nullptr) return false;
-  if (!isFileName(remoteName)) return fail(kErrorInvalidParameter);
-  LocalTarget target(localPath, failIfExists);
-  if (!target.isOpen()) return fail(target.exists() ? kErrorFileExists : kErrorFileNotFound);
-  const auto sink = [&target](std::string_view bytes) { return target.write(bytes); };
-  if (!conclude(*connection, connection->download(remoteName, sink, transferType(flags)))) {
-    return false;
-  }
-  return target.commit() || fail(kErrorFileNotFound);
-}
-
 bool CurlInternet::renameFile(Handle session, const std::string& from, const std::string& to) {
   if (isUnsafe(to)) return fail(kErrorInvalidParameter);
   return command(session, "RNFR ", from) && command(session, "RNTO ", to);
@@ -197,14 +182,6 @@ bool CurlInternet::renameFile(Handle session, const std::string& from, const std
 
 bool CurlInternet::deleteFile(Handle session, const std::string& remoteName) {
   return command(session, "DELE ", remoteName);
-}
-
-bool CurlInternet::createDirectory(Handle session, const std::string& folder) {
-  return command(session, "MKD ", folder);
-}
-
-bool CurlInternet::removeDirectory(Handle session, const std::string& folder) {
-  return command(session, "RMD ", folder);
 }
 
 Internet::Handle CurlInternet::findFirst(Handle session, const std::string& pattern,

@@ -95,15 +95,6 @@ FtpConnection::ErrorNumber FtpConnection::upload(const std::string& remoteName,
   return perform();
 }
 
-FtpConnection::ErrorNumber FtpConnection::download(const std::string& remoteName, const Sink& sink,
-                                                   TransferType type) {
-  prepare(remoteName);
-  curl_easy_setopt(easy_.get(), CURLOPT_IGNORE_CONTENT_LENGTH, 1L);  // no SIZE
-  curl_easy_setopt(easy_.get(), CURLOPT_TRANSFERTEXT, type == TransferType::kText ? 1L : 0L);
-  sink_ = &sink;
-  return perform();
-}
-
 FtpConnection::ErrorNumber FtpConnection::list(const std::string& argument, const Sink& sink) {
   prepare("");
   const std::string request = "LIST " + argument;

@@ -23,7 +23,7 @@ namespace karvel {
 class FtpConnection {
  public:
   using ErrorNumber = Internet::ErrorNumber;
-  /// Receives the bytes of a download; false stops it.
+  /// Receives the bytes of a listing; false stops it.
   using Sink = std::function<bool(std::string_view)>;
 
   enum class TransferType { kText, kBinary };
@@ -50,9 +50,6 @@ class FtpConnection {
 
   /// STOR with what `reader` gives.
   ErrorNumber upload(const std::string& remoteName, UploadReader& reader, TransferType type);
-
-  /// RETR into `sink`.
-  ErrorNumber download(const std::string& remoteName, const Sink& sink, TransferType type);
 
   /// LIST, with an argument unless it is empty, into `sink`.
   ErrorNumber list(const std::string& argument, const Sink& sink);

@@ -129,14 +129,6 @@ bool WininetInternet::putFile(Handle session, const std::string& localPath,
                           transferType, kContext) != FALSE);
 }
 
-bool WininetInternet::getFile(Handle session, const std::string& remoteName,
-                              const std::string& localPath, bool failIfExists,
-                              std::uint32_t flags) {
-  return note(sendable({remoteName}) &&
-              FtpGetFileA(native(session), remoteName.c_str(), ansiPath(localPath).c_str(),
-                          failIfExists ? TRUE : FALSE, 0, flags, kContext) != FALSE);
-}
-
 bool WininetInternet::renameFile(Handle session, const std::string& from, const std::string& to) {
   return note(sendable({from, to}) &&
               FtpRenameFileA(native(session), from.c_str(), to.c_str()) != FALSE);
@@ -145,14 +137,6 @@ bool WininetInternet::renameFile(Handle session, const std::string& from, const 
 bool WininetInternet::deleteFile(Handle session, const std::string& remoteName) {
   return note(sendable({remoteName}) &&
               FtpDeleteFileA(native(session), remoteName.c_str()) != FALSE);
-}
-
-bool WininetInternet::createDirectory(Handle session, const std::string& folder) {
-  return note(sendable({folder}) && FtpCreateDirectoryA(native(session), folder.c_str()) != FALSE);
-}
-
-bool WininetInternet::removeDirectory(Handle session, const std::string& folder) {
-  return note(sendable({folder}) && FtpRemoveDirectoryA(native(session), folder.c_str()) != FALSE);
 }
 
 Internet::Handle WininetInternet::findFirst(Handle session, const std::string& pattern,
