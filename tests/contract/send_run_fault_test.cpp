@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "contract/known_differences.h"
 #include "contract/run_report.h"
 #include "contract/site_shop.h"
 
@@ -52,6 +53,7 @@ struct Fault {
   FtpFault fault;
   Effect effect;
   milliseconds limit;
+  bool standsForItsKind = false;
   bool ofTransfers = false;
 };
 
@@ -61,8 +63,8 @@ const std::vector<Fault>& faults() {
   static const std::vector<Fault> all{
       {"421", FtpFault::refuse("421 Closing."), Effect::kOpen, kPatience},
       {"450", FtpFault::refuse("450 Busy."), Effect::kOpen, kPatience},
-      {"550", FtpFault::refuse("550 No."), Effect::kOpen, kPatience},
-      {"dropped before", FtpFault::dropBefore(), Effect::kEnds, kPatience},
+      {"550", FtpFault::refuse("550 No."), Effect::kOpen, kPatience, true},
+      {"dropped before", FtpFault::dropBefore(), Effect::kEnds, kPatience, true},
       {"dropped after", FtpFault::dropAfter(), Effect::kEndsAfter, kPatience},
       {"reset", FtpFault::reset(), Effect::kEnds, kPatience},
       {"late", FtpFault::delay(2 * kShortLimit), Effect::kEnds, kShortLimit},
@@ -72,9 +74,9 @@ const std::vector<Fault>& faults() {
       {"no code", FtpFault::replaceReply("\xFF\x01 what?"), Effect::kOpen, kShortLimit},
       {"other code", FtpFault::replaceReply("299 (,,,,,) \"|||"), Effect::kOpen, kShortLimit},
       {"byte by byte", FtpFault::splitReply(), Effect::kNone, kPatience},
-      {"cut", FtpFault::cutTransfer(10), Effect::kOpen, kPatience, true},
-      {"dropped within", FtpFault::dropTransfer(10), Effect::kEnds, kPatience, true},
-      {"silent within", FtpFault::stallTransfer(10), Effect::kEnds, kShortLimit, true},
+      {"cut", FtpFault::cutTransfer(10), Effect::kOpen, kPatience, true, true},
+      {"dropped within", FtpFault::dropTransfer(10), Effect::kEnds, kPatience, true, true},
+      {"silent within", FtpFault::stallTransfer(10), Effect::kEnds, kShortLimit, false, true},
   };
   return all;
 }
@@ -241,11 +243,18 @@ struct Cell {
   const Fault& fault;
 };
 
+/// Where the library keeps no time limits, one fault of each kind that ends by itself.
+bool isTried(const Fault& fault) {
+  if (!differsHere(Difference::kTimeLimitsDoNotHold)) return true;
+  return fault.limit == kPatience && fault.standsForItsKind;
+}
+
 std::vector<Cell> cellsOf(const Model& model) {
   std::vector<Cell> cells;
   for (const Moment& moment : model.moments) {
     for (const Fault& fault : faults()) {
-      if (!fault.ofTransfers || isTransfer(moment.command)) cells.push_back({moment, fault});
+      const bool applies = !fault.ofTransfers || isTransfer(moment.command);
+      if (applies && isTried(fault)) cells.push_back({moment, fault});
     }
   }
   return cells;
