@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/clock.h"
 
 namespace karvel {
@@ -9,9 +11,13 @@ class FakeClock final : public Clock {
  public:
   DateTime time{2024, 1, 15, 9, 5, 7};
   std::chrono::milliseconds slept{0};
+  std::function<void()> onSleep;  ///< what happens meanwhile
 
   DateTime now() override { return time; }
-  void sleep(std::chrono::milliseconds pause) override { slept += pause; }
+  void sleep(std::chrono::milliseconds pause) override {
+    slept += pause;
+    if (onSleep) onSleep();
+  }
 };
 
 }  // namespace karvel

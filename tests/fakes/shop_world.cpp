@@ -108,9 +108,13 @@ std::string ShopWorld::content(const std::string& path) {
   return found == files.files.end() ? "" : fromCodePage932(found->second.content);
 }
 
+std::string ShopWorld::logPath() const {
+  const DateTime& day = clock.time;
+  return joinPath(path("Log"), formatDayKey(day.year, day.month, day.day) + ".log");
+}
+
 std::vector<std::string> ShopWorld::logMessages() {
-  const std::string name = formatDayKey(clock.time.year, clock.time.month, clock.time.day) + ".log";
-  const std::string log = content(joinPath(path("Log"), name));
+  const std::string log = content(logPath());
   std::vector<std::string> messages;
   std::size_t begin = 0;
   for (auto end = log.find("\r\n"); end != std::string::npos; end = log.find("\r\n", begin)) {

@@ -55,8 +55,11 @@ class ShopWorld {
   std::string content(const std::string& path);         ///< as UTF-8; "" when missing
   /// Messages of the run log of the clock's day, without their time stamps.
   std::vector<std::string> logMessages();
+  void clearLog() { files.files.erase(logPath()); }
 
  private:
+  [[nodiscard]] std::string logPath() const;
+
   std::unique_ptr<Program> program_;
 };
 

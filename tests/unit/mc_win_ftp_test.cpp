@@ -70,7 +70,7 @@ TEST_F(McWinFtpTest, NamesEveryFailureInJapanese) {
   }
 }
 
-TEST_F(McWinFtpTest, AnnouncesAFailureOfEveryCallOnceBeforeItReturns) {
+TEST_F(McWinFtpTest, AnnouncesEveryFailureOnce) {
   open();
   failEverything({12002});
   const std::function<void()> operations[] = {
@@ -78,37 +78,21 @@ TEST_F(McWinFtpTest, AnnouncesAFailureOfEveryCallOnceBeforeItReturns) {
       [&] { EXPECT_EQ(ftp->CurDir(), ""); },
       [&] { EXPECT_EQ(ftp->PutFile("a", "b"), 0); },
       [&] { EXPECT_EQ(ftp->RenameFile("a", "b"), 0); },
-      [&] { EXPECT_EQ(ftp->DeleteFile("a"), 0); },
       [&] { ftp->FindFile("*.*"); },
       [&] { ftp->CloseSession(); },
       [&] { ftp->OpenSession(); },
-      [&] { ftp = make(); },  // the old one's session is gone, its library closes in vain
+      [&] { ftp.reset(); },  // its session is gone, its library closes in vain
+      [&] { ftp = make(); },
   };
   std::size_t expected = 0;
   for (const auto& operation : operations) {
     operation();
-    EXPECT_GT(failures.size(), expected);
-    expected = failures.size();
-  }
-  EXPECT_EQ(expected, std::size(operations) + 1) << "the last one opens and closes a library";
-}
-
-TEST_F(McWinFtpTest, LimitsConnectAndAnswerToTenSeconds) {
-  const std::map<std::uint32_t, std::uint32_t> expected{{2, 10000}, {6, 10000}};
-  EXPECT_EQ(internet.options, expected);
-}
-
-TEST_F(McWinFtpTest, KeepsThePortInItsRange) {
-  EXPECT_EQ(ftp->Inet_FtpPort(), 21);
-  const std::pair<std::int32_t, std::int32_t> cases[] = {
-      {60000, 60000}, {60001, 21}, {2121, 2121}, {20, 21}, {21, 21}, {0, 21}, {-2121, 21}};
-  for (const auto& [written, read] : cases) {
-    ftp->Inet_FtpPort(written);
-    EXPECT_EQ(ftp->Inet_FtpPort(), read) << written;
+    EXPECT_EQ(failures.size(), ++expected);
   }
 }
 
 TEST_F(McWinFtpTest, ConnectsWithTheAccountAsItWasSet) {
+  EXPECT_EQ(internet.options, (std::map<std::uint32_t, std::uint32_t>{{2, 10000}, {6, 10000}}));
   EXPECT_FALSE(ftp->PassiveFlag());
   ftp->OpenSession();
   EXPECT_EQ(internet.connectFlags, 0U);
@@ -132,19 +116,19 @@ TEST_F(McWinFtpTest, ConnectsWithTheAccountAsItWasSet) {
   EXPECT_EQ(internet.account.port, 60000);
 
   ftp->PassiveFlag(false);
-  ftp->User("");
   ftp->OpenSession();
   EXPECT_FALSE(ftp->PassiveFlag());
   EXPECT_EQ(internet.connectFlags, 0x10000000U);
-  EXPECT_FALSE(internet.account.user.has_value());
-  EXPECT_EQ(ftp->User(), "");
+  for (const std::int32_t beyond : {60001, 20, 0, -2121}) {
+    ftp->Inet_FtpPort(beyond);
+    EXPECT_EQ(ftp->Inet_FtpPort(), 21) << beyond;
+  }
 }
 
 TEST_F(McWinFtpTest, TakesOneLeadingSeparatorOffAFolder) {
   open();
   const std::pair<std::string, std::string> cases[] = {
-      {"/a/b", "a/b"}, {"\\a", "a"}, {"//a", "/a"},     {"a/", "a/"},
-      {"/", ""},       {"", ""},     {"表/ソ", "表/ソ"}};  // second bytes 0x5C in the code page
+      {"/a/b", "a/b"}, {"\\a", "a"}, {"//a", "/a"}, {"", ""}, {"表/ソ", "表/ソ"}};
   for (const auto& [written, sent] : cases) {
     ftp->CurDir(written);
     EXPECT_EQ(internet.calls.back(), "cd " + toCodePage932(sent)) << written;
@@ -154,7 +138,7 @@ TEST_F(McWinFtpTest, TakesOneLeadingSeparatorOffAFolder) {
 TEST_F(McWinFtpTest, SendsAsTextOnlyWhenAskedTo) {
   open();
   files.files["a"] = {};
-  for (const std::int32_t transfer : {0, 1, 2, -1}) {
+  for (const std::int32_t transfer : {0, 1, 2}) {
     EXPECT_NE(ftp->PutFile("a", "b", transfer), 0);
     EXPECT_EQ(internet.transferTypes["b"], transfer == 1 ? 1U : 2U) << transfer;
   }
@@ -171,25 +155,16 @@ TEST_F(McWinFtpTest, EnumeratesUntilTheEndWithoutAFailure) {
     names += ftp->RemoteFile->FileName;
   }
   EXPECT_EQ(names, "ab");
-  EXPECT_TRUE(failures.empty());
-
   internet.calls.clear();
   ftp->NextFile();
   EXPECT_TRUE(internet.calls.empty()) << "after the end the server is not asked again";
   ftp->FindFile("*.*");
   EXPECT_EQ(internet.calls, (std::vector<std::string>{"close", "list"}));
-  EXPECT_FALSE(ftp->RemoteFile->SearchEnd);
-}
+  EXPECT_TRUE(failures.empty());
 
-TEST_F(McWinFtpTest, EndsAnEnumerationThatFails) {
-  open();
-  internet.folders["/"] = {{"a", ""}, {"b", ""}};
-  ftp->FindFile("*.*");
   failEverything({12031});
-  ftp->NextFile();
-  EXPECT_TRUE(ftp->RemoteFile->SearchEnd);
-  EXPECT_EQ(failures.size(), 1U);
-  ftp->NextFile();
+  for (int i = 0; i < 2; ++i) ftp->NextFile();
+  EXPECT_TRUE(ftp->RemoteFile->SearchEnd) << "a failure is an end, too";
   EXPECT_EQ(failures.size(), 1U);
 }
 
@@ -200,22 +175,19 @@ TEST_F(McWinFtpTest, TakesOverWhatTheServerLists) {
     double size;
     std::int32_t type;
   } cases[] = {
-      {{16, kMoment, 0, 0, "x"}, 0, 16},
-      {{0x11, kMoment, 0, 0x80000000, "x"}, 2147483648.0, 0},
-      {{0x30, kMoment, 1, 0, "x"}, 4294967296.0, 0},
-      {{0, kMoment, 1, 0xFFFFFFFF, "x"}, 8589934591.0, 0},
+      {{16, kMoment, 0, 0, toCodePage932("表")}, 0, 16},
+      {{0x11, kMoment, 0, 0x80000000, toCodePage932("表")}, 2147483648.0, 0},
+      {{0, kMoment, 1, 0xFFFFFFFF, toCodePage932("表")}, 8589934591.0, 0},
   };
   open();
   for (const auto& c : cases) {
     internet.extraEntries = {c.listed};
     ftp->FindFile("*.*");
+    EXPECT_EQ(ftp->RemoteFile->FileName, "表");
     EXPECT_EQ(ftp->RemoteFile->FileSize, c.size);
     EXPECT_EQ(ftp->RemoteFile->FileType, c.type);
     EXPECT_EQ(ftp->RemoteFile->FileDate, (DateTime{2024, 1, 15, 9, 5, 59}));
   }
-  internet.extraEntries = {{16, 0, 0, 0, toCodePage932("表")}};
-  ftp->FindFile("*.*");
-  EXPECT_EQ(ftp->RemoteFile->FileName, "表");
 }
 
 TEST_F(McWinFtpTest, KeepsAHandleThatWouldNotClose) {
@@ -230,7 +202,6 @@ TEST_F(McWinFtpTest, KeepsAHandleThatWouldNotClose) {
   internet.fault = nullptr;
   ftp->CloseSession();
   EXPECT_EQ(ftp->hFTP(), 0U);
-  EXPECT_EQ(failures.size(), 2U);
   EXPECT_EQ(internet.openHandles, 1);
 
   open();

@@ -5,161 +5,138 @@
 #include <limits>
 
 #include "fakes/shop_world.h"
+#include "text/strings.h"
 
 namespace karvel {
 namespace {
 
 using Command = FtpForm::Command;
+using Failure = FakeInternet::Failure;
 
-/// How a run is made to come out.
-enum class Outcome : std::uint8_t {
-  kFolderSuccess,
-  kFolderFailure,
-  kSiteSuccess,
-  kConnectFailure,
-  kTransferFailure,
-};
-
-bool isFolder(Outcome outcome) {
-  return outcome == Outcome::kFolderSuccess || outcome == Outcome::kFolderFailure;
-}
-
-bool isSuccess(Outcome outcome) {
-  return outcome == Outcome::kFolderSuccess || outcome == Outcome::kSiteSuccess;
-}
-
-void arrange(ShopWorld& shop, Outcome outcome) {
-  if (!isFolder(outcome)) shop.useOwnSite();
-  if (outcome == Outcome::kFolderFailure) shop.files.folders.erase(ShopWorld::kOutFolder);
-  shop.internet.fault = [outcome](const std::string& call) -> std::optional<FakeInternet::Failure> {
-    if (outcome == Outcome::kConnectFailure && call == "connect") {
-      return FakeInternet::Failure{Internet::kErrorCannotConnect, ""};
-    }
-    if (outcome == Outcome::kTransferFailure && call.starts_with("put ")) {
-      return FakeInternet::Failure{Internet::kErrorExtended, "552 full"};
-    }
-    return std::nullopt;
-  };
-}
+enum class Outcome : std::uint8_t { kSuccess, kNoConnection, kNoTransfer };
 
 struct Row {
+  bool folder;  ///< the destination; else the user's own site
   Outcome outcome;
   SendMode mode;
-  bool failedBefore;  // SndNG
-  std::string status;
-  std::string box;  // text of the message box; "" for none
+  bool failedBefore;   ///< SndNG
+  std::string status;  ///< without blanks at its end
+  std::string box;     ///< text of the message box; "" for none
 };
 
+class SendRunTest : public ::testing::Test, protected ShopWorld {
+ protected:
+  void arrange(const Row& row) {
+    setOwn("OUT FOLD", kOutFolder);
+    setOwn("FTP TYPE", "0");
+    if (!row.folder) useOwnSite();
+    setOwn("FTP CHKC", "1");
+    files.folders.insert(kOutFolder);
+    if (row.folder && row.outcome != Outcome::kSuccess) files.folders.erase(kOutFolder);
+    internet.fault = [outcome = row.outcome](const std::string& call) -> std::optional<Failure> {
+      if (outcome == Outcome::kNoConnection && call == "connect") return Failure{12029};
+      if (outcome == Outcome::kNoTransfer && call.starts_with("put ")) {
+        return Failure{Internet::kErrorExtended, "552 full"};
+      }
+      return std::nullopt;
+    };
+    desktop.messageBoxes.clear();
+    desktop.tray.reset();
+    clearLog();
+  }
+  void run(SendMode mode) {
+    if (mode == SendMode::kUnattended) {
+      tick();
+    } else {
+      form().Command1[static_cast<int>(mode)].onClick();
+    }
+  }
+};
+
+constexpr bool kToFolder = true;
+constexpr bool kToSite = false;
+constexpr auto kTest = SendMode::kConnectionTest;
+constexpr auto kManual = SendMode::kManual;
+constexpr auto kUnattended = SendMode::kUnattended;
+constexpr auto kSuccess = Outcome::kSuccess;
+constexpr auto kNoConnection = Outcome::kNoConnection;
+constexpr auto kNoTransfer = Outcome::kNoTransfer;
+
+const std::string kNotConnected = "接続できませんでした";
+const std::string kNotSent = "転送できませんでした";
 const std::string kOpenNg = "FTP:OPEN NG 12029/サーバー接続に失敗しました。";
 const std::string kPutNg = "FTP:PutFile NG 12003/552 full";
+const std::string kPutOk = "FTP:PutFile OK";
 
-class SendRunTable : public ::testing::TestWithParam<Row> {};
+const Row kRows[] = {
+    {kToFolder, kSuccess, kTest, false, "接続完了", ""},
+    {kToFolder, kSuccess, kManual, false, "転送完了", ""},
+    {kToFolder, kSuccess, kUnattended, true, "", ""},
+    {kToFolder, kNoTransfer, kTest, false, kNotConnected, ""},
+    {kToFolder, kNoTransfer, kManual, false, kNotSent, ""},
+    {kToFolder, kNoTransfer, kUnattended, false, "", ""},
+    {kToFolder, kNoTransfer, kUnattended, true, "", kNotSent + "。　　\r\n"},
+    {kToSite, kNoConnection, kTest, false, kNotConnected, ""},
+    {kToSite, kNoConnection, kManual, false, kOpenNg, ""},
+    {kToSite, kNoConnection, kUnattended, false, kOpenNg, ""},
+    {kToSite, kNoConnection, kUnattended, true, kOpenNg,
+     kNotConnected + "。　　\r\nﾈｯﾄﾜｰｸ管理者にご相談下さい。　"},
+    {kToSite, kNoTransfer, kTest, false, kNotConnected, ""},
+    {kToSite, kNoTransfer, kManual, false, kNotSent, ""},
+    {kToSite, kNoTransfer, kUnattended, false, kPutNg, ""},
+    {kToSite, kNoTransfer, kUnattended, true, kPutNg,
+     kNotSent + "。　　\r\n設定より接続確認を行って下さい。　"},
+    {kToSite, kSuccess, kTest, false, "接続完了", ""},
+    {kToSite, kSuccess, kManual, false, "転送完了", ""},
+    {kToSite, kSuccess, kUnattended, true, kPutOk, ""},
+};
 
-TEST_P(SendRunTable, ReportsItsOutcome) {
-  const Row& row = GetParam();
-  ShopWorld shop;
-  arrange(shop, row.outcome);
-  const bool resident = row.mode == SendMode::kUnattended;
-  ASSERT_EQ(shop.start(resident ? "" : "-INIT"),
-            resident ? StartOutcome::kResident : StartOutcome::kPanel);
-  FtpForm& form = shop.form();
-  shop.setOwn("FTP CHKC", "0");
-  shop.setOwn("FTP CHKF", "0");
-  form.Text1[FtpForm::Field::kSiteFolder].setText("");
-  form.Option1[FtpForm::Interval::k15Minutes].select();
-  form.SndNG = row.failedBefore;
-  form.TimerCount = 449;  // the tick makes it the threshold
-  shop.setOwn("FTP TIME", "2");
+TEST_F(SendRunTest, ReportsItsOutcome) {
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(&row - kRows);
+    arrange(row);
+    const bool resident = row.mode == kUnattended;
+    const bool success = row.outcome == kSuccess;
+    const bool saved = success && !resident;
+    start(resident ? "" : "-INIT");
+    setOwn("FTP CHKC", "0");
+    setOwn("FTP CHKF", "0");
+    setOwn("FTP TIME", "2");
+    form().Option1[FtpForm::Interval::k30Minutes].select();
+    form().MsgLabel.setCaption("of the last run");
+    form().SndNG = row.failedBefore;
+    form().TimerCount = 449;  // a tick makes it the threshold
+    run(row.mode);
 
-  if (resident) {
-    shop.tick();
-  } else {
-    form.Command1[row.mode == SendMode::kManual ? Command::kSend : Command::kTest].onClick();
-  }
+    EXPECT_EQ(trimmed(form().MsgLabel.caption()), row.status);
+    EXPECT_EQ(own("FTP CHKC"), success && row.folder ? "1" : "0");
+    EXPECT_EQ(own("FTP CHKF"), success && !row.folder ? "1" : "0");
+    EXPECT_EQ(own("FTP TIME"), saved ? "3" : "2");
+    EXPECT_EQ(form().SndNG, !success && row.box.empty());
+    const int before = resident ? 450 : 449;
+    EXPECT_EQ(form().TimerCount, success || !row.box.empty() ? 0 : before - 150);
 
-  const bool success = isSuccess(row.outcome);
-  const bool saved = success && !resident;
-  EXPECT_EQ(form.MsgLabel.caption().substr(0, row.status.size()), row.status);
-  EXPECT_EQ(form.MsgLabel.caption().empty(), row.status.empty());
-  EXPECT_EQ(shop.own("FTP CHKC"), row.outcome == Outcome::kFolderSuccess ? "1" : "0");
-  EXPECT_EQ(shop.own("FTP CHKF"), row.outcome == Outcome::kSiteSuccess ? "1" : "0");
-  EXPECT_EQ(form.SndNG, !success && row.box.empty());
-
-  // A save presets the counter, which the success then takes back to 0.
-  const int countBefore = resident ? 450 : 449;
-  EXPECT_EQ(form.TimerCount, success || !row.box.empty() ? 0 : countBefore - 150);
-  EXPECT_EQ(shop.own("OUT FOLD"), "out");
-  EXPECT_EQ(shop.own("FTP TIME"), "2");
-
-  if (row.box.empty()) {
-    EXPECT_TRUE(shop.desktop.messageBoxes.empty());
-  } else {
-    const FakeDesktop::MessageBox box{"", row.box};
-    EXPECT_EQ(shop.desktop.messageBoxes, std::vector{box});
-  }
-  if (resident) {
-    const bool failureShown = !success && row.box.empty();
-    EXPECT_EQ(shop.desktop.tray, failureShown ? TrayImage::kFailure : TrayImage::kNormal);
-  } else {
-    EXPECT_FALSE(shop.desktop.tray);
-  }
-  const auto log = shop.logMessages();
-  ASSERT_GE(log.size(), 2U);
-  EXPECT_EQ(log.front(), "HS-FTP:------------------------ Snd Start");
-  EXPECT_EQ(log.back(), "HS-FTP:------------------------ Snd Exit");
-  EXPECT_EQ(shop.internet.openHandles, 0) << "no session survives a run";
-  EXPECT_EQ(shop.own("FTP TYPE"), isFolder(row.outcome) ? "0" : "1") << saved;
-  for (const auto& [path, file] : shop.files.files) {
-    EXPECT_FALSE(path.ends_with(".txt") && path.starts_with(ShopWorld::kFolder)) << path;
-    EXPECT_FALSE(path.ends_with(".inf") && path.starts_with(ShopWorld::kFolder)) << path;
+    using Boxes = std::vector<FakeDesktop::MessageBox>;
+    EXPECT_EQ(desktop.messageBoxes, row.box.empty() ? Boxes{} : (Boxes{{"", row.box}}));
+    if (resident) {
+      const bool failureShown = !success && row.box.empty();
+      EXPECT_EQ(desktop.tray, failureShown ? TrayImage::kFailure : TrayImage::kNormal);
+    }
+    const auto log = logMessages();
+    EXPECT_EQ(log.front(), "HS-FTP:------------------------ Snd Start");
+    EXPECT_EQ(log.back(), "HS-FTP:------------------------ Snd Exit");
+    EXPECT_EQ(internet.openHandles, 0) << "no session survives a run";
+    for (const auto& [path, file] : files.files) {
+      EXPECT_FALSE(path.starts_with("shop") && (path.ends_with(".txt") || path.ends_with(".inf")));
+    }
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Outcomes, SendRunTable,
-    ::testing::Values(
-        Row{Outcome::kFolderSuccess, SendMode::kConnectionTest, false, "接続完了", ""},
-        Row{Outcome::kFolderSuccess, SendMode::kManual, false, "転送完了", ""},
-        Row{Outcome::kFolderSuccess, SendMode::kUnattended, false, "", ""},
-        Row{Outcome::kFolderSuccess, SendMode::kUnattended, true, "", ""},
-        Row{Outcome::kFolderFailure, SendMode::kConnectionTest, false, "接続できませんでした", ""},
-        Row{Outcome::kFolderFailure, SendMode::kManual, false, "転送できませんでした", ""},
-        Row{Outcome::kFolderFailure, SendMode::kUnattended, false, "", ""},
-        Row{Outcome::kFolderFailure, SendMode::kUnattended, true, "",
-            "転送できませんでした。　　\r\n"},
-        Row{Outcome::kConnectFailure, SendMode::kConnectionTest, false, "接続できませんでした", ""},
-        Row{Outcome::kConnectFailure, SendMode::kManual, false, kOpenNg, ""},
-        Row{Outcome::kConnectFailure, SendMode::kUnattended, false, kOpenNg, ""},
-        Row{Outcome::kConnectFailure, SendMode::kUnattended, true, kOpenNg,
-            "接続できませんでした。　　\r\nﾈｯﾄﾜｰｸ管理者にご相談下さい。　"},
-        Row{Outcome::kTransferFailure, SendMode::kConnectionTest, false, "接続できませんでした",
-            ""},
-        Row{Outcome::kTransferFailure, SendMode::kManual, false, "転送できませんでした", ""},
-        Row{Outcome::kTransferFailure, SendMode::kUnattended, false, kPutNg, ""},
-        Row{Outcome::kTransferFailure, SendMode::kUnattended, true, kPutNg,
-            "転送できませんでした。　　\r\n設定より接続確認を行って下さい。　"},
-        Row{Outcome::kSiteSuccess, SendMode::kConnectionTest, false, "接続完了", ""},
-        Row{Outcome::kSiteSuccess, SendMode::kManual, false, "転送完了", ""},
-        Row{Outcome::kSiteSuccess, SendMode::kUnattended, false, "FTP:PutFile OK", ""},
-        Row{Outcome::kSiteSuccess, SendMode::kUnattended, true, "FTP:PutFile OK", ""}));
-
-TEST(SendRun, ASaveThatFindsThePanelIncompleteTakesTheFlagBack) {
-  ShopWorld shop;
-  ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-  shop.setOwn("GRUP CODE", "9999");
-  FtpForm& form = shop.form();
-  shop.desktop.onMessageBox = [] {};
-  form.Command1[Command::kTest].onClick();
-  EXPECT_EQ(shop.own("FTP CHKC"), "1");
-  EXPECT_FALSE(shop.files.exists(ShopWorld::outPath("999900345.inf")));
-}
-
-TEST(SendRun, TheCounterStopsAtTheLowestValueOfItsType) {
-  ShopWorld shop;
-  ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-  shop.files.folders.erase(ShopWorld::kOutFolder);
-  for (int i = 0; i < 300; ++i) shop.form().Command1[Command::kTest].onClick();
-  EXPECT_EQ(shop.form().TimerCount, std::numeric_limits<std::int16_t>::min());
+TEST_F(SendRunTest, LowersTheCounterNoFurtherThanItsTypeGoes) {
+  arrange({kToFolder, kNoTransfer, kTest, false, "", ""});
+  start("-INIT");
+  for (int i = 0; i < 300; ++i) run(kTest);
+  EXPECT_EQ(form().TimerCount, std::numeric_limits<std::int16_t>::min());
 }
 
 }  // namespace

@@ -2,256 +2,244 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "fakes/shop_world.h"
 #include "text/code_page.h"
 #include "text/path.h"
+#include "text/strings.h"
 
 namespace karvel {
 namespace {
 
 using Field = FtpForm::Field;
+using std::chrono::milliseconds;
 
 constexpr const char* kHeader =
     "日付\t時間\tグループNo\tグループ名\t店舗No\t店舗名\t受付No\t受付名\t処理済\t未処理\tメール\t予"
     "約数"
     "\t～09時\t09時～\t11時～\t13時～\t15時～\t17時～\t19時～\t21時～\t平均(分)\t最長(分)\t処理(分)"
     "\r\n";
-constexpr const char* kZeros = "\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\r\n";
+constexpr const char* kSent = "接続完了";
+constexpr const char* kNotSent = "接続できませんでした";
 
-/// Sends once from the panel; the status line says how it went.
-std::string send(ShopWorld& shop) {
-  shop.form().Command1[FtpForm::Command::kTest].onClick();
-  return shop.form().MsgLabel.caption();
-}
-
-std::vector<std::string> written(const ShopWorld& shop, const std::string& ending) {
-  std::vector<std::string> names;
-  for (const std::string& path : shop.files.written) {
-    if (path.ends_with(ending)) names.push_back(path);
+class Export : public ::testing::Test, protected ShopWorld {
+ protected:
+  void open() { ASSERT_EQ(start("-INIT"), StartOutcome::kPanel); }
+  /// Sends once from the panel; the status line says how it went.
+  std::string send() {
+    files.written.clear();
+    form().Command1[FtpForm::Command::kTest].onClick();
+    return form().MsgLabel.caption();
   }
-  return names;
-}
+  void openBulk(int year) {
+    clock.time = {year, 2, 1, 0, 0, 0};
+    open();
+    form().keyEvent(FtpForm::kShiftAlone);
+  }
+  void putDay(const std::string& key) {
+    files.files[joinPath(path("temp"), key + ".tmp")].content = "";
+  }
+  /// Keys of the days whose tables the last send put into the output folder.
+  std::vector<std::string> daysDelivered() {
+    std::vector<std::string> days;
+    const std::string begin = outPath("00345_");
+    for (const std::string& file : files.written) {
+      if (file.starts_with(begin)) days.push_back(file.substr(begin.size(), 6));
+    }
+    return days;
+  }
+  std::string table() { return content(outPath("00345_240115.txt")); }
+  bool infoWritten() {
+    return std::any_of(files.written.begin(), files.written.end(),
+                       [](const std::string& file) { return file.ends_with(".inf"); });
+  }
+};
 
-TEST(StatisticsTable, IsWrittenByteForByte) {
-  ShopWorld shop;
-  shop.setTicket("TASHIN INFOMATION", "SHINSATSU", "1");
-  shop.putReceptions(
+TEST_F(Export, DeliversTheTableByteForByte) {
+  setTicket("TASHIN INFOMATION", "SHINSATSU", "1");
+  putReceptions(
       "240115", 1,
-      {ShopWorld::handled("08:30:00", "08:40:00"), ShopWorld::handled("09:00:00", "09:04:00"),
-       "1\t\t\t\t\t\t\t\t\t\t", "1\t21:00:00\t21:02:00\t\t済\tm\t\t2\t\t\t"});
-  ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-  EXPECT_EQ(send(shop), "接続完了");
-  EXPECT_EQ(shop.content(ShopWorld::outPath("00345_240115.txt")),
-            std::string(kHeader) +
-                "2024/01/15\t09:05:07\t12\t表町\t00345\tソレイユ薬局\t1\t受付\t3\t1\t1\t1"
-                "\t1\t1\t0\t0\t0\t0\t0\t1\t5\t10\t24\r\n"
-                "2024/01/15\t09:05:07\t12\t表町\t00345\tソレイユ薬局\t2\t" +
-                kZeros);
-  const std::string& bytes = shop.files.files[ShopWorld::outPath("00345_240115.txt")].content;
-  EXPECT_NE(bytes.find("\t\x81\x60"
-                       "09\x8E\x9E\t"),
-            std::string::npos)
+      {handled("08:30:00", "08:40:00"), handled("09:00:00", "09:04:00"), "1\t\t\t\t\t\t\t\t\t\t",
+       "1\t\t\t\t\t\t\t\t\t\t", "1\t21:00:00\t21:02:00\t\t済\tm\t\t0\t\t\t"});
+  open();
+  EXPECT_EQ(send(), kSent);
+  EXPECT_EQ(table(), std::string(kHeader) +
+                         "2024/01/15\t09:05:07\t12\t表町\t00345\tソレイユ薬局\t1\t受付\t3\t2\t1\t0"
+                         "\t1\t1\t0\t0\t0\t0\t0\t1\t5\t10\t24\r\n"
+                         "2024/01/15\t09:05:07\t12\t表町\t00345\tソレイユ薬局\t2\t"
+                         "\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\r\n");
+  EXPECT_TRUE(contains(files.files[outPath("00345_240115.txt")].content, "\t\x81\x60\x30\x39"))
       << "the wave dash";
 
-  shop.clock.time = {2024, 1, 15, 18, 0, 0};
-  EXPECT_EQ(send(shop), "接続完了");
-  EXPECT_NE(shop.content(ShopWorld::outPath("00345_240115.txt")).find("\t18:00:00\t"),
-            std::string::npos);
+  clock.time = {2024, 1, 15, 18, 0, 0};
+  EXPECT_EQ(send(), kSent);
+  EXPECT_TRUE(contains(table(), "\t18:00:00\t"));
 }
 
-TEST(StatisticsTable, HasARowPerDesk) {
-  const struct {
-    std::string stored;
-    long rows;
-  } cases[] = {{"", 1},   {"0", 1}, {"5", 6},   {"6", 1},   {"9", 1},
-               {"-1", 1}, {"x", 1}, {"2.4", 3}, {"1e9", 1}, {"3x", 4}};
-  for (const auto& c : cases) {
-    ShopWorld shop;
-    shop.setTicket("TASHIN INFOMATION", "SHINSATSU", c.stored);
-    ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-    send(shop);
-    const std::string table = shop.content(ShopWorld::outPath("00345_240115.txt"));
-    EXPECT_EQ(std::count(table.begin(), table.end(), '\n') - 1, c.rows) << c.stored;
+TEST_F(Export, HasARowPerDesk) {
+  open();
+  const std::pair<const char*, int> cases[] = {{"", 1},  {"5", 6},   {"6", 1},  {"-1", 1},
+                                               {"x", 1}, {"2.6", 4}, {"3x", 4}, {"1e9", 1}};
+  for (const auto& [stored, rows] : cases) {
+    setTicket("TASHIN INFOMATION", "SHINSATSU", stored);
+    send();
+    const std::string lines = table();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n') - 1, rows) << stored;
   }
 }
 
-TEST(StatisticsExport, WithoutATableNothingIsSent) {
+TEST_F(Export, FailsWhereItCannotDeliver) {
+  const std::string local = path("00345_240115.txt");
   const struct {
     const char* what;
-    std::function<void(ShopWorld&)> arrange;
+    std::function<void()> arrange;
   } cases[] = {
-      {"program folder read-only",
-       [](ShopWorld& shop) { shop.files.unwritable.insert(ShopWorld::path("00345_240115.txt")); }},
-      {"output folder missing",
-       [](ShopWorld& shop) { shop.files.folders.erase(ShopWorld::kOutFolder); }},
-      {"output folder is a file",
-       [](ShopWorld& shop) {
-         shop.files.folders.erase(ShopWorld::kOutFolder);
-         shop.files.files[ShopWorld::kOutFolder].content = "x";
-       }},
+      {"program folder read-only", [&] { files.unwritable.insert(local); }},
+      {"output folder missing", [&] { files.folders.erase(kOutFolder); }},
       {"output folder of one character",
-       [](ShopWorld& shop) { shop.form().Text1[Field::kOutputFolder].setText(" / "); }},
+       [&] {
+         files.folders.insert("o");
+         form().Text1[Field::kOutputFolder].setText(" o ");
+       }},
       {"an older copy that is read-only",
-       [](ShopWorld& shop) {
-         shop.files.files[ShopWorld::outPath("00345_240115.txt")] = {"old", true};
+       [&] {
+         files.files[outPath("00345_240115.txt")] = {"old", true};
        }},
   };
   for (const auto& c : cases) {
-    ShopWorld shop;
-    ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-    c.arrange(shop);
-    EXPECT_EQ(send(shop), "接続できませんでした") << c.what;
-    EXPECT_FALSE(shop.files.exists(ShopWorld::path("00345_240115.txt"))) << c.what;
-    const auto log = shop.logMessages();
-    ASSERT_EQ(log.size(), 6U) << c.what;
-    EXPECT_EQ(log[1], "HS-FTP:----------------------------- Make_Csv2Send Start");
-    EXPECT_EQ(log[2], "HS-FTP:---------------------------------- Ftp_ShopFold Start");
-    EXPECT_EQ(log[3], "HS-FTP:---------------------------------- Ftp_ShopFold Exit");
-    EXPECT_EQ(log[4], "HS-FTP:----------------------------- Make_Csv2Send Exit");
+    files.unwritable.clear();
+    files.folders.insert(kOutFolder);
+    clearLog();
+    open();
+    c.arrange();
+    EXPECT_EQ(send(), kNotSent) << c.what;
+    EXPECT_FALSE(files.exists(local)) << c.what;
+    const auto log = logMessages();
+    const std::string stage = "HS-FTP:-----------------------------";
+    EXPECT_EQ(std::vector<std::string>(log.begin() + 1, log.end() - 1),
+              (std::vector<std::string>{
+                  stage + " Make_Csv2Send Start", stage + "----- Ftp_ShopFold Start",
+                  stage + "----- Ftp_ShopFold Exit", stage + " Make_Csv2Send Exit"}));
   }
 }
 
-TEST(FolderCopy, DropsUpToTwoSeparatorsAndReplacesACopy) {
+TEST_F(Export, MakesNoTableWithoutAShopCode) {
+  ASSERT_EQ(start(), StartOutcome::kResident);
+  form().Text1[Field::kShopCode].setText("0");
+  form().MyMenu_Send.onClick();  // which does not ask for one
+  EXPECT_FALSE(files.exists(outPath("0_240115.txt")));
+}
+
+TEST_F(Export, DropsUpToTwoSeparatorsAndReplacesACopy) {
   const std::string one(1, kSeparator);
+  open();
   for (const std::string& ending : {one, one + one}) {
-    ShopWorld shop;
-    ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-    shop.files.files[ShopWorld::outPath("00345_240115.txt")].content = "old";
-    shop.form().Text1[Field::kOutputFolder].setText(" out" + ending + " ");
-    EXPECT_EQ(send(shop), "接続完了");
-    EXPECT_TRUE(shop.content(ShopWorld::outPath("00345_240115.txt")).starts_with("日付"));
+    files.files[outPath("00345_240115.txt")].content = "old";
+    form().Text1[Field::kOutputFolder].setText(" out" + ending + " ");
+    const auto before = clock.slept;
+    EXPECT_EQ(send(), kSent);
+    EXPECT_TRUE(table().starts_with("日付"));
+    EXPECT_GE(clock.slept - before, milliseconds(2 * 200)) << "each file gets time to settle";
   }
 }
 
-TEST(ShopInfo, IsWrittenDeliveredAndDeleted) {
-  ShopWorld shop;
-  shop.setTicket("FTP INFOMATION", "FTP GRUP", "web1");
-  shop.setTicket("FTP INFOMATION", "FTP USER", "user1");
-  ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-  send(shop);
-  EXPECT_EQ(shop.content(ShopWorld::outPath("1200345.inf")),
+TEST_F(Export, DeliversTheShopInformation) {
+  setTicket("FTP INFOMATION", "FTP GRUP", "web1");
+  setTicket("FTP INFOMATION", "FTP USER", "user1");
+  open();
+  send();
+  EXPECT_EQ(content(outPath("1200345.inf")),
             "12\t00345\t表町\tソレイユ薬局\tweb1\tuser1\t\t\t\r\n");
-  EXPECT_FALSE(shop.files.exists(ShopWorld::path("1200345.inf")));
-  EXPECT_EQ(shop.own("GRUP BACK"), "1200345");
+  EXPECT_FALSE(files.exists(path("1200345.inf")));
+  EXPECT_EQ(own("GRUP BACK"), "1200345");
 }
 
-TEST(ShopInfo, NeedsAnIdentifierOfSevenCharacters) {
-  const struct {
-    std::string group;
-    std::string shop;
-  } cases[] = {{"9999", "00345"}, {"00", "00000"}, {"", "00345"}, {"ab", "cdefg"}, {"12", "0345"}};
-  for (const auto& c : cases) {
-    ShopWorld shop;
-    ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-    shop.setOwn("GRUP CODE", c.group);
-    shop.setOwn("FTP CODE", c.shop);
-    EXPECT_EQ(send(shop), "接続完了") << "the statistics do not depend on it";
-    EXPECT_TRUE(written(shop, ".inf").empty()) << c.group << c.shop;
-    EXPECT_EQ(shop.own("GRUP BACK"), "");
+TEST_F(Export, NeedsAnIdentifierOfSevenCharactersForTheShopInformation) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"9999", "00345"}, {"00", "00000"}, {"", "00345"}, {"ab", "cdefg"}};
+  open();
+  for (const auto& [group, shop] : cases) {
+    setOwn("GRUP CODE", group);
+    setOwn("FTP CODE", shop);
+    EXPECT_EQ(send(), kSent) << "the statistics do not depend on it";
+    EXPECT_FALSE(infoWritten()) << group << shop;
+    EXPECT_EQ(own("GRUP BACK"), "");
   }
 }
 
-TEST(ShopInfo, RemovesTheFileOfThePreviousIdentifierOnce) {
-  ShopWorld shop;
-  shop.setOwn("GRUP BACK", "1200344");
-  shop.files.files[ShopWorld::outPath("1200344.inf")] = {"old", true};
-  ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-  send(shop);
-  EXPECT_EQ(shop.own("GRUP BACK"), "1200345") << "also when the removal fails";
-  EXPECT_TRUE(shop.files.exists(ShopWorld::outPath("1200344.inf")));
-  shop.files.files[ShopWorld::outPath("1200344.inf")].readOnly = false;
-  send(shop);
-  EXPECT_TRUE(shop.files.exists(ShopWorld::outPath("1200344.inf"))) << "it is not tried again";
-
-  shop.setOwn("FTP CODE", "00346");
-  send(shop);
-  EXPECT_FALSE(shop.files.exists(ShopWorld::outPath("1200345.inf")));
-  EXPECT_TRUE(shop.files.exists(ShopWorld::outPath("1200346.inf")));
+TEST_F(Export, RemovesTheFileOfThePreviousIdentifierOnce) {
+  const std::string previous = outPath("1200344.inf");
+  setOwn("GRUP BACK", "1200344");
+  files.files[previous] = {"old", true};
+  open();
+  send();
+  EXPECT_EQ(own("GRUP BACK"), "1200345") << "also when the removal fails";
+  files.files[previous].readOnly = false;
+  send();
+  EXPECT_TRUE(files.exists(previous)) << "it is not tried again";
+  setOwn("FTP CODE", "00346");
+  send();
+  EXPECT_FALSE(files.exists(outPath("1200345.inf")));
+  EXPECT_TRUE(files.exists(outPath("1200346.inf")));
 }
 
-TEST(ShopInfo, OnAServerThePreviousFileIsDeletedWhereItIsListed) {
+TEST_F(Export, OnAServerThePreviousFileIsDeletedWhereItIsListed) {
+  useOwnSite();
   for (const bool listed : {true, false}) {
-    ShopWorld shop;
-    shop.useOwnSite();
-    shop.setOwn("GRUP BACK", "1200344");
-    if (listed) shop.internet.folders["/"]["1200344.inf"] = "old";
-    ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-    EXPECT_EQ(send(shop), "接続完了");
-    const auto& calls = shop.internet.calls;
-    const bool deleted = std::find(calls.begin(), calls.end(), "delete 1200344.inf") != calls.end();
-    EXPECT_EQ(deleted, listed);
-    EXPECT_EQ(shop.internet.folders["/"].size(), 2U);
-    EXPECT_TRUE(shop.internet.folders["/"].contains("1200345.inf"));
-    EXPECT_TRUE(shop.internet.folders["/"].contains("00345_240115.txt"));
+    setOwn("GRUP BACK", "1200344");
+    internet.folders["/"].clear();
+    if (listed) internet.folders["/"]["1200344.inf"] = "old";
+    open();
+    EXPECT_EQ(send(), kSent);
+    const auto deleted = [&](const char* name) {
+      return std::count(internet.calls.begin(), internet.calls.end(),
+                        std::string("delete ") + name);
+    };
+    EXPECT_EQ(deleted("1200344.inf"), listed ? 1 : 0);
+    EXPECT_EQ(send(), kSent);
+    EXPECT_EQ(deleted("1200345.inf"), 1) << "an unchanged one is only replaced";
+    EXPECT_TRUE(internet.folders["/"].contains("1200345.inf"));
+    EXPECT_TRUE(internet.folders["/"].contains("00345_240115.txt"));
+    EXPECT_EQ(internet.folders["/"].size(), 2U);
+    internet.calls.clear();
   }
 }
 
-TEST(BulkExport, SendsEveryDayThatHasATable) {
-  ShopWorld shop;
-  shop.clock.time = {2010, 2, 1, 0, 0, 0};
+TEST_F(Export, SendsEveryDayThatHasATableWithShiftHeld) {
   for (const char* key : {"081231", "090101", "090230", "091231", "100201", "101231", "110101"}) {
-    shop.files.files[joinPath(ShopWorld::path("temp"), std::string(key) + ".tmp")].content = "";
+    putDay(key);
   }
-  shop.putReceptions("090101", 1, {ShopWorld::handled("10:00:00", "10:05:00")});
-  shop.putReceptions("240115", 1, {ShopWorld::handled("10:00:00", "10:05:00")});
-  ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-  shop.form().keyEvent(1);
-  EXPECT_EQ(send(shop), "接続完了");
-  EXPECT_EQ(
-      written(shop, ".txt"),
-      (std::vector{ShopWorld::path("00345_090101.txt"), ShopWorld::outPath("00345_090101.txt"),
-                   ShopWorld::path("00345_090230.txt"), ShopWorld::outPath("00345_090230.txt"),
-                   ShopWorld::path("00345_091231.txt"), ShopWorld::outPath("00345_091231.txt"),
-                   ShopWorld::path("00345_100201.txt"), ShopWorld::outPath("00345_100201.txt"),
-                   ShopWorld::path("00345_101231.txt"), ShopWorld::outPath("00345_101231.txt")}));
-  EXPECT_EQ(shop.content(ShopWorld::outPath("00345_090101.txt")),
+  putReceptions("090101", 1, {handled("10:00:00", "10:05:00")});
+  putReceptions("240115", 1, {handled("10:00:00", "10:05:00")});
+  openBulk(2010);
+  EXPECT_EQ(send(), kSent);
+  EXPECT_EQ(daysDelivered(),
+            (std::vector<std::string>{"090101", "090230", "091231", "100201", "101231"}));
+  EXPECT_FALSE(files.exists(path("00345_090101.txt")));
+  EXPECT_EQ(content(outPath("00345_090101.txt")),
             std::string(kHeader) +
                 "2009/01/01\t00:00:00\t12\t表町\t00345\tソレイユ薬局\t1\t受付\t1\t0\t0\t0"
                 "\t0\t1\t0\t0\t0\t0\t0\t0\t5\t5\t0\r\n");
+  form().MyMenu_Send.onClick();
+  EXPECT_EQ(form().MsgLabel.caption(), "00345_101231.txt 転送");
+
+  for (const int shift : {0, 2, 3}) {
+    form().keyEvent(shift);
+    send();
+    EXPECT_EQ(daysDelivered(), std::vector<std::string>{"240115"}) << "Shift alone, not " << shift;
+  }
 }
 
-TEST(BulkExport, WalksEveryDayTextOfItsFirstYear) {
-  ShopWorld shop;
-  shop.clock.time = {2009, 6, 1, 0, 0, 0};
-  for (int month = 1; month <= 12; ++month) {
-    for (int day = 0; day <= 32; ++day) {
-      const std::string name = formatDayKey(2009, month, day) + ".tmp";
-      shop.files.files[joinPath(ShopWorld::path("temp"), name)].content = "";
-    }
-  }
-  ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-  shop.form().keyEvent(1);
-  send(shop);
-  EXPECT_EQ(written(shop, ".txt").size(), 2 * 372U);
-}
-
-TEST(BulkExport, ItsResultIsThatOfTheLastDelivery) {
-  const struct {
-    std::vector<std::string> days;
-    std::string refused;
-    std::string status;
-  } cases[] = {
-      {{"090101", "090102"}, "00345_090101.txt", "接続完了"},
-      {{"090101", "090102"}, "00345_090102.txt", "接続できませんでした"},
-      {{}, "", "接続できませんでした"},
-  };
-  for (const auto& c : cases) {
-    ShopWorld shop;
-    for (const std::string& key : c.days) {
-      shop.files.files[joinPath(ShopWorld::path("temp"), key + ".tmp")].content = "";
-    }
-    shop.files.unwritable.insert(ShopWorld::outPath(c.refused));
-    ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-    shop.form().keyEvent(1);
-    EXPECT_EQ(send(shop), c.status) << c.refused;
-  }
-  for (const int shift : {0, 2, 3, 5}) {
-    ShopWorld shop;
-    ASSERT_EQ(shop.start("-INIT"), StartOutcome::kPanel);
-    shop.form().keyEvent(shift);
-    EXPECT_EQ(send(shop), "接続完了") << "only Shift alone is the bulk export";
-    EXPECT_TRUE(shop.files.exists(ShopWorld::outPath("00345_240115.txt")));
-  }
+TEST_F(Export, HasTheResultOfTheLastDayDelivered) {
+  openBulk(2009);
+  EXPECT_EQ(send(), kNotSent) << "no day";
+  putDay("090101");
+  putDay("090102");
+  files.unwritable = {outPath("00345_090101.txt")};
+  EXPECT_EQ(send(), kSent);
+  files.unwritable = {outPath("00345_090102.txt")};
+  EXPECT_EQ(send(), kNotSent);
 }
 
 }  // namespace
