@@ -16,6 +16,7 @@ LOG_OF_A_RUN = [
     "HS-FTP:----------------------------- Make_Csv2Send Exit",
     "HS-FTP:------------------------ Snd Exit",
 ]
+INFO = "12\t00345\t北陸グループ\t能登表町店\thokuriku\tnoto345\t\t\t\r\n".encode(CODE_PAGE)
 # The unusual beside the ordinary: next day, half a minute, other lengths of a time, no times at
 # all, blanks, marks in Japanese, wrong numbers of fields, a lone LF, no line end at the end.
 UNUSUAL_RECEPTIONS = (
@@ -47,70 +48,31 @@ def expected_table(shop, date, clock):
 
 
 class DeliveryTest(ShopTest):
-    def check_table(self, shop, begin):
-        """Every byte; date and time, the same in every row, are those of the run."""
-        table = shop.delivered()[TABLE]
-        stamp = re.search(rb"^(..../../..)\t(..:..:..)\t", table, re.MULTILINE)
-        date, clock = stamp[1].decode(), stamp[2].decode()
-        self.assertEqual(table, expected_table(shop, date, clock))
-        written = datetime.datetime.strptime(f"{date} {clock}", "%Y/%m/%d %H:%M:%S")
-        self.assertTrue(begin <= written <= datetime.datetime.now(), (begin, written))
-
-    def test_a_day_is_delivered(self):
+    def test_a_day_is_delivered_in_place_of_an_older_one(self):
         shop = self.shop("--receptions", "400", "--seed", "7")
         shop.desk_file(2).write_bytes(UNUSUAL_RECEPTIONS)
         shop.desk_file(5).unlink()
+        shop.set("OUT FOLD", f"{shop.out}//")
+        with open(shop.own_settings, "ab") as file:
+            file.write(b"GRUP BACK=0800077\r\n")
+        for name in (TABLE, SHOP_INFO, "0800077.inf", "9900001.inf"):
+            (shop.out / name).write_bytes(b"old")
         names_before = shop.names()
         settings_before = shop.own_settings.read_bytes()
         begin = datetime.datetime.now().replace(microsecond=0)
 
         shop.send_once()
 
-        self.assertEqual(set(shop.delivered()), {TABLE, SHOP_INFO})
-        self.check_table(shop, begin)
-        self.assertEqual(shop.delivered()[SHOP_INFO].decode(CODE_PAGE),
-                         "12\t00345\t北陸グループ\t能登表町店\thokuriku\tnoto345\t\t\t\r\n")
+        # Date and time, the same in every row, are those of the run.
+        table = shop.delivered()[TABLE]
+        stamp = re.search(rb"^(..../../..)\t(..:..:..)\t", table, re.MULTILINE)
+        date, clock = stamp[1].decode(), stamp[2].decode()
+        written = datetime.datetime.strptime(f"{date} {clock}", "%Y/%m/%d %H:%M:%S")
+        self.assertTrue(begin <= written <= datetime.datetime.now(), (begin, written))
+        self.assertEqual(shop.delivered(), {TABLE: expected_table(shop, date, clock),
+                                            SHOP_INFO: INFO, "9900001.inf": b"old"})
         self.assertEqual(shop.log_messages(), LOG_OF_A_RUN)
         self.assertEqual(shop.names(), names_before)
         self.assertEqual(shop.own_settings.read_bytes(),
                          settings_before.replace(b"FTP INIT=1", b"FTP INIT=0")
-                         + b"GRUP BACK=1200345\r\n")
-
-    def test_older_deliveries_are_replaced(self):
-        shop = self.shop("--receptions", "30", "--desks", "2")
-        shop.set("OUT FOLD", f" {shop.out}// ")
-        shop.own_settings.write_bytes(shop.own_settings.read_bytes() + b"GRUP BACK=0800077\r\n")
-        for name in (TABLE, SHOP_INFO, "0800077.inf", "9900001.inf", "other.txt"):
-            (shop.out / name).write_text("old")
-        begin = datetime.datetime.now().replace(microsecond=0)
-
-        shop.send_once()
-
-        self.assertEqual(set(shop.delivered()), {TABLE, SHOP_INFO, "9900001.inf", "other.txt"})
-        self.check_table(shop, begin)
-        self.assertNotEqual(shop.delivered()[SHOP_INFO], b"old")
-        self.assertEqual(shop.delivered()["other.txt"], b"old")
-        self.assertEqual(shop.setting("GRUP BACK"), "1200345")
-
-    def test_without_a_log_folder_all_else_is_the_same(self):
-        shop = self.shop("--receptions", "30")
-        shop.log_folder.rmdir()
-        begin = datetime.datetime.now().replace(microsecond=0)
-        shop.send_once()
-        self.check_table(shop, begin)
-        self.assertFalse(shop.log_folder.exists())
-
-    def test_a_group_code_of_four_digits_has_no_shop_information(self):
-        shop = self.shop("--receptions", "30", "--desks", "1")
-        shop.set("GRUP CODE", "9999")
-        begin = datetime.datetime.now().replace(microsecond=0)
-        shop.send_once()
-        self.assertEqual(set(shop.delivered()), {TABLE})
-        self.check_table(shop, begin)
-
-    def test_a_shop_without_an_interval_sends_nothing(self):
-        shop = self.shop("--interval", "0")
-        shop.send_once()
-        self.assertEqual(shop.delivered(), {})
-        self.assertEqual(shop.log_messages(), [])
-        self.assertEqual(shop.setting("FTP EXIT"), "1")
+                         .replace(b"BACK=0800077", b"BACK=1200345"))

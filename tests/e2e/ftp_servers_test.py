@@ -1,24 +1,11 @@
 """Whole send runs by the real program to real FTP servers."""
 
+from delivery_test import INFO, LOG_OF_A_RUN
 from ftp_servers import HOST, PyftpdServer, VsftpdServer
 from shop import CODE_PAGE, SHOP_INFO, TABLE, ShopTest
 
 SENT_FILE = ["HS-FTP:RenameFile", "HS-FTP:PutFile OK"]
-LOG_OF_NO_CONNECTION = [
-    "HS-FTP:------------------------ Snd Start",
-    "HS-FTP:------------------------ Snd Exit",
-]
-LOG_OF_A_RUN = [
-    "HS-FTP:------------------------ Snd Start",
-    "HS-FTP:----------------------------- Make_Csv2Send Start",
-    "HS-FTP:---------------------------------- Ftp_ShopFold Start",
-    *SENT_FILE,
-    "HS-FTP:---------------------------------- Ftp_ShopFold Exit",
-    *SENT_FILE,
-    "HS-FTP:----------------------------- Make_Csv2Send Exit",
-    "HS-FTP:------------------------ Snd Exit",
-]
-INFO = "12\t00345\t北陸グループ\t能登表町店\thokuriku\tnoto345\t\t\t\r\n".encode(CODE_PAGE)
+LOG_OF_A_SITE_RUN = [*LOG_OF_A_RUN[:3], *SENT_FILE, LOG_OF_A_RUN[3], *SENT_FILE, *LOG_OF_A_RUN[4:]]
 # Counts as reached, or nothing would be sent; a run that arrives writes "1".
 NOT_REACHED_YET = "01"
 # The second bytes of 表, ソ and 能 are the byte of "\".
@@ -35,17 +22,15 @@ class FtpServersTest(ShopTest):
         return shop
 
     def check_delivered(self, shop, files):
-        self.assertEqual(shop.log_messages(), LOG_OF_A_RUN)
+        self.assertEqual(shop.log_messages(), LOG_OF_A_SITE_RUN)
         self.assertEqual(shop.setting("FTP CHKF"), "1")
-        self.assertEqual(set(files), {SHOP_INFO, TABLE})
-        self.assertEqual(files[SHOP_INFO], INFO)
         table = files[TABLE]
+        self.assertEqual(files, {SHOP_INFO: INFO, TABLE: table})
         # One line end each for the header and two desks.
         self.assertEqual([table.count(end) for end in (b"\r\n", b"\n", b"\r")], [3, 3, 3])
         rows = [row.split("\t") for row in table.decode(CODE_PAGE).split("\r\n")]
         self.assertEqual([len(row) for row in rows], [23, 23, 23, 1])
         self.assertEqual(rows[2][2:7], ["12", "北陸グループ", "00345", "能登表町店", "2"])
-        self.assertEqual(shop.names(), ["Log", "karvel", "karvel.hnb", "karvel.ini", "temp"])
 
     def check_new_and_existing(self, server, passive):
         server.folder.make(FOLDER, {})
@@ -75,7 +60,7 @@ class FtpServersTest(ShopTest):
         shop = self.site_shop(server, "", passive=True)
         shop.set("FTP PASS", "not-the-word")
         shop.send_once()
-        self.assertEqual(shop.log_messages(), LOG_OF_NO_CONNECTION)
+        self.assertEqual(shop.log_messages(), [LOG_OF_A_RUN[0], LOG_OF_A_RUN[-1]])
         self.assertEqual(shop.setting("FTP CHKF"), NOT_REACHED_YET)
         self.assertEqual(server.commands, ["USER", "PASS"])
         self.assertEqual(server.folder.files(""), {})

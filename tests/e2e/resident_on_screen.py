@@ -96,49 +96,20 @@ class Resident(ShopTest):
             screen.end(tray)
         self.end_on_request(shop, run)
 
-    def test_settings_that_change_under_the_open_panel(self):
-        shop, screen, run = self.start(arguments=("-INIT",))
-        panel = screen.wait_for_window(SHOP_CAPTION)
-        text = shop.own_settings.read_bytes()
-        shop.own_settings.write_bytes(text.replace(b"FTP TIME=2", b"FTP TIME=4")
-                                      .replace(b"FTP CHKC=1", b"FTP CHKC=0") + b"OTHER=kept\r\n")
-        panel.press("FtpForm", "手動転送")
-        run.wait_for_runs(1)
-        shop.ticket_settings.write_bytes(b"\xff\x00" * 500)
-        panel.press("FtpForm", "OK")
-        screen.wait_for_icon("normal")
-        self.assertEqual([shop.setting(key) for key in ("FTP TIME", "FTP CHKC", "OTHER")],
-                         ["2", "1", "kept"])
-        run.signal(signal.SIGTERM)
-        run.expect_end()
-
 
 class Signals(ShopTest):
     def test_a_signal_ends_it_in_order_whatever_is_open(self):
-        def resident(screen, run):
-            run.wait_for_start()
-            screen.wait_for_icon("normal")
-
-        def panel(screen, run):
-            resident(screen, run)
-            run.request("FTP INIT", 1)
-            screen.wait_for_window(PANEL)
-
-        def dialog(screen, run):
-            resident(screen, run)
-            run.request("FTP INIT", 2)
-            screen.wait_for_window(GROUP_DIALOG)
-
-        def menu(screen, run):
-            resident(screen, run)
-            screen.open_menu()
-
-        for reach in (resident, panel, dialog, menu):
-            with self.subTest(reach.__name__):
+        for opened in (PANEL, GROUP_DIALOG, "menu"):
+            with self.subTest(opened):
                 shop = self.shop()
                 screen = Screen(self)
                 run = shop.start(screen=screen)
-                reach(screen, run)
+                screen.wait_for_icon("normal")
+                if opened == "menu":
+                    screen.open_menu()
+                else:
+                    run.request("FTP INIT", 2 if opened == GROUP_DIALOG else 1)
+                    screen.wait_for_window(opened)
                 (shop.folder / "work.txt").write_text("x")
                 run.signal(signal.SIGTERM)
                 run.expect_end()

@@ -169,13 +169,13 @@ class Screen:
         self.wait_until(lambda: self.icon_is(name), f"the icon {name}")
 
     def popup(self):
-        """The place of the open menu: x, y, width, height; or None. The icon's own window and its
-        tip are kept from the window manager, too."""
+        """The number and the place (x, y, width, height) of the open menu; or None. The icon's own
+        window and its tip are kept from the window manager, too."""
         for number in self.ask("xdotool", "search", "--onlyvisible", "--class", "karvel").split():
             about = self.ask("xwininfo", "-stats", "-wm", "-id", number)
             kept_from_manager = "Override Redirect State: yes" in about
             if kept_from_manager and "Tooltip" not in about and "Kde" not in about:
-                return [int(value) for value in re.findall(
+                return number, [int(value) for value in re.findall(
                     r"(?:Absolute upper-left [XY]|Width|Height): +(\d+)", about)]
         return None
 
@@ -186,14 +186,17 @@ class Screen:
     def choose(self, entry):
         """Chooses the menu's first, second or third entry."""
         self.open_menu()
-        x, y, width, height = self.popup()
-        place = (str(x + width // 2), str(y + height * (2 * entry - 1) // 6))
-        # A hand comes to rest on an entry first. A menu that has only just opened takes a click
-        # without a movement before it for the end of the click that opened it.
-        self.ask("xdotool", "mousemove", *place)
-        time.sleep(0.5)
-        self.ask("xdotool", "mousemove_relative", "2", "1")
-        time.sleep(0.2)
+        number, (x, y, width, height) = self.popup()
+        place = [x + width // 2, y + height * (2 * entry - 1) // 6]
+        # A menu that has only just opened takes a click for the end of the click that opened it,
+        # until a hand has moved and an entry is marked under it.
+        plain = self.ask("import", "-window", number, "txt:-")
+
+        def marked():
+            place[0] += 1
+            self.ask("xdotool", "mousemove", *map(str, place))
+            return self.ask("import", "-window", number, "txt:-") != plain
+        self.wait_until(marked, "a marked entry")
         self.ask("xdotool", "click", "1")
         self.wait_until(lambda: not self.popup(), "the menu's end")
 

@@ -30,6 +30,15 @@ class ShopTest(unittest.TestCase):
     def shop(self, *options):
         return Shop(self, *options)
 
+    def started(self, part, *damages):
+        """Name, shop and run of a program for each damage to a file or folder, side by side."""
+        runs = []
+        for damage in damages:
+            shop = self.shop("--receptions", "1")
+            damage(getattr(shop, part))
+            runs.append((damage.__name__, shop, shop.start()))
+        return runs
+
 
 class Shop:
     """A laid-out shop: `folder` is the program's folder, `out` its output folder."""
@@ -116,10 +125,7 @@ class Shop:
 
     def send_once(self, **how):
         """A whole life of the program: start, send on request, end in order."""
-        run = self.start(**how)
-        run.wait_for_start()
-        run.request("FTP EXIT", 1)
-        run.expect_end()
+        self.start(**how).send_and_end()
 
 
 class Run:
@@ -161,6 +167,11 @@ class Run:
     def wait_for_start(self):
         """Waits until the start has reset the request keys, FTP INIT last."""
         self.wait_until(lambda: self.shop.setting("FTP INIT") == "0", "request keys reset")
+
+    def send_and_end(self):
+        self.wait_for_start()
+        self.request("FTP EXIT", 1)
+        self.expect_end()
 
     def wait_for_tick(self):
         """Waits until a tick has answered a settings request."""

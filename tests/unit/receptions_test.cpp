@@ -101,7 +101,7 @@ TEST(Receptions, WaitFromIssueToCall) {
        2,
        10},
       {"short forms are times, longer ones are none",
-       {record("9:05:00", "9:15"), record("9:5", "9:25:0"), record("010:00:00", "10:00:00")},
+       {record("9:05:00", "9:15"), record("9:5", "9:25:0"), record("009:00:00", "10:00:00")},
        10,
        20},
   };
