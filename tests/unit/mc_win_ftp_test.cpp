@@ -171,17 +171,16 @@ TEST_F(McWinFtpTest, EnumeratesUntilTheEndWithoutAFailure) {
 TEST_F(McWinFtpTest, TakesOverWhatTheServerLists) {
   constexpr std::uint64_t kMoment = 133497831599999999;  // 2024-01-15 09:05:59.9999999
   const struct {
-    Internet::FindData listed;
+    std::uint32_t attributes;
+    std::uint32_t sizeHigh;
+    std::uint32_t sizeLow;
     double size;
     std::int32_t type;
   } cases[] = {
-      {{16, kMoment, 0, 0, toCodePage932("表")}, 0, 16},
-      {{0x11, kMoment, 0, 0x80000000, toCodePage932("表")}, 2147483648.0, 0},
-      {{0, kMoment, 1, 0xFFFFFFFF, toCodePage932("表")}, 8589934591.0, 0},
-  };
+      {16, 0, 0, 0, 16}, {0x11, 0, 0x80000000, 2147483648.0, 0}, {0, 1, ~0U, 8589934591.0, 0}};
   open();
   for (const auto& c : cases) {
-    internet.extraEntries = {c.listed};
+    internet.extraEntries = {{c.attributes, kMoment, c.sizeHigh, c.sizeLow, toCodePage932("表")}};
     ftp->FindFile("*.*");
     EXPECT_EQ(ftp->RemoteFile->FileName, "表");
     EXPECT_EQ(ftp->RemoteFile->FileSize, c.size);

@@ -135,16 +135,14 @@ TEST(Receptions, AreCalledAtIntervalsTakenInTextOrder) {
 
 // Times of the usual form are read eight characters at once; the longest wait tells as what.
 TEST(Receptions, HaveTimesReadByTheGeneralRuleWhateverCharacterIsInThem) {
-  for (const std::string time : {"23:59:59", "10:08:30"}) {
-    for (std::size_t place = 0; place < time.size(); ++place) {
-      for (int value = 0; value < 256; ++value) {
-        if (value == '\t') continue;
-        std::string changed = time;
-        changed[place] = static_cast<char>(value);
-        EXPECT_EQ(figuresOf({record("00:00:00", changed)}).longestWait,
-                  roundedMinutes(secondsOfDay(trimmed(changed)).value_or(0)))
-            << testing::PrintToString(changed);
-      }
+  for (std::size_t place = 0; place < 8; ++place) {
+    for (int value = 0; value < 256; ++value) {
+      if (value == '\t') continue;
+      std::string time = "23:59:59";
+      time[place] = static_cast<char>(value);
+      EXPECT_EQ(figuresOf({record("00:00:00", time)}).longestWait,
+                roundedMinutes(secondsOfDay(trimmed(time)).value_or(0)))
+          << testing::PrintToString(time);
     }
   }
 }

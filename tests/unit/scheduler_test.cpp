@@ -51,28 +51,6 @@ TEST_F(SchedulerTest, SendsAtTheIntervalsOfItsSetting) {
   }
 }
 
-TEST_F(SchedulerTest, TakesAChangedIntervalAtTheNextTick) {
-  goResident("4");
-  form().TimerCount = 500;
-  setOwn("FTP TIME", "1");
-  EXPECT_EQ(ticksToSend(), 1);
-}
-
-TEST_F(SchedulerTest, RetriesAfterFiveMinutesAndShowsEverySecondFailure) {
-  goResident("3");
-  files.folders.erase(kOutFolder);
-  const int rhythm[] = {90, 150, 900, 150};
-  for (std::size_t run = 0; run < std::size(rhythm); ++run) {
-    EXPECT_EQ(ticksToSend(), rhythm[run]) << run;
-    EXPECT_EQ(desktop.messageBoxes.size(), (run + 1) / 2) << run;
-  }
-  files.folders.insert(kOutFolder);
-  EXPECT_EQ(ticksToSend(), 900);
-  files.folders.erase(kOutFolder);
-  EXPECT_EQ(ticksToSend(), 900);
-  EXPECT_EQ(desktop.messageBoxes.size(), 2U) << "the success is an end to the row";
-}
-
 TEST_F(SchedulerTest, SendsOnceMoreAndEndsOnRequest) {
   for (const std::string time : {"1", "4", "0"}) {
     goResident(time);

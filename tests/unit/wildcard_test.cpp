@@ -3,37 +3,23 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 namespace karvel {
 namespace {
 
 TEST(Wildcard, MatchesWholeNames) {
-  const struct {
-    const char* name;
-    const char* pattern;
-    bool matches;
-  } cases[] = {
-      {"A.TXT", "*.txt", true},
-      {"a.txt", "*.TxT", true},
-      {".txt", "*.txt", true},
-      {"a.txtx", "*.txt", false},
-      {"atxt", "*.txt", false},
-      {"a.txt.txt", "*.txt", true},
-      {"", "*", true},
-      {"", "", true},
-      {"a", "", false},
-      {"", "?", false},
-      {"a", "a?", false},
-      {"表ソ.txt", "??.txt", true},
-      {"表ソ.txt", "?.txt", false},
-      {"a-b-c", "a*b*c", true},
-      {"a-b-d", "a*b*c", false},
-      {"a.txt", "[a].txt", false},
-      {"a\\b", "a\\b", true},
-      {"aab", "*ab", true},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(matchesWildcard(c.name, c.pattern), c.matches) << c.name << " ~ " << c.pattern;
+  using Pair = std::pair<const char*, const char*>;
+  for (const auto& [name, pattern] :
+       {Pair{"A.TXT", "*.txt"}, Pair{"a.txt", "*.TxT"}, Pair{".txt", "*.txt"}, Pair{"", "*"},
+        Pair{"a.txt.txt", "*.txt"}, Pair{"", ""}, Pair{"表ソ.txt", "??.txt"},
+        Pair{"a-b-c", "a*b*c"}, Pair{"a\\b", "a\\b"}, Pair{"aab", "*ab"}}) {
+    EXPECT_TRUE(matchesWildcard(name, pattern)) << name << " ~ " << pattern;
+  }
+  for (const auto& [name, pattern] : {Pair{"a.txtx", "*.txt"}, Pair{"atxt", "*.txt"}, Pair{"a", ""},
+                                      Pair{"", "?"}, Pair{"a", "a?"}, Pair{"表ソ.txt", "?.txt"},
+                                      Pair{"a-b-d", "a*b*c"}, Pair{"a.txt", "[a].txt"}}) {
+    EXPECT_FALSE(matchesWildcard(name, pattern)) << name << " ~ " << pattern;
   }
   EXPECT_FALSE(matchesWildcard(std::string(2000, 'a'), "*a*a*a*a*a*a*a*a*b")) << "without delay";
 }

@@ -45,11 +45,6 @@ TEST_F(Lifecycle, MovesBetweenPanelAndNotificationArea) {
   EXPECT_EQ(desktop.trayTip, "るりはなリンク集計管理");
   form().MyMenu_Init.onClick();
   expectPanel();
-  form().setWindowState(WindowState::kMinimized);
-  expectResident();
-  setOwn("FTP INIT", "1");
-  tick();
-  expectPanel();
 }
 
 TEST_F(Lifecycle, ShowsTheOutcomeOfRunsWhileHiddenOnly) {
@@ -131,14 +126,6 @@ TEST_F(Lifecycle, EndsOnceWhateverComesMeanwhile) {
     expectEnded();
     form().close();
     EXPECT_LT(clock.slept - before, 3s) << "it is closed already";
-  }
-}
-
-TEST_F(Lifecycle, RemembersTheShiftKeysOfTheLastKeyEvent) {
-  open();
-  for (const int shift : {1, 7, 0}) {
-    form().keyEvent(shift);
-    EXPECT_EQ(form().ShiftState, shift);
   }
 }
 
