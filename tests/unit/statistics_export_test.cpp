@@ -191,24 +191,25 @@ TEST_F(Export, RemovesTheFileOfThePreviousIdentifierOnce) {
 
 TEST_F(Export, OnAServerThePreviousFileIsDeletedWhereItIsListed) {
   useOwnSite();
+  FakeInternet::Folder& remote = internet.folders["/"];
   for (const bool listed : {true, false}) {
     setOwn("GRUP BACK", "1200344");
-    internet.folders["/"].clear();
-    if (listed) internet.folders["/"]["1200344.inf"] = "old";
+    remote.clear();
+    if (listed) remote["1200344.inf"] = "old";
+    internet.calls.clear();
     open();
     EXPECT_EQ(send(), kSent);
-    const auto deleted = [&](const char* name) {
-      return std::count(internet.calls.begin(), internet.calls.end(),
-                        std::string("delete ") + name);
-    };
-    EXPECT_EQ(deleted("1200344.inf"), listed ? 1 : 0);
-    EXPECT_EQ(send(), kSent);
-    EXPECT_EQ(deleted("1200345.inf"), 1) << "an unchanged one is only replaced";
-    EXPECT_TRUE(internet.folders["/"].contains("1200345.inf"));
-    EXPECT_TRUE(internet.folders["/"].contains("00345_240115.txt"));
-    EXPECT_EQ(internet.folders["/"].size(), 2U);
-    internet.calls.clear();
+    const std::string deletion = "delete 1200344.inf";
+    EXPECT_EQ(std::count(internet.calls.begin(), internet.calls.end(), deletion), listed ? 1 : 0);
+    EXPECT_TRUE(remote.contains("1200345.inf"));
+    EXPECT_TRUE(remote.contains("00345_240115.txt"));
+    EXPECT_EQ(remote.size(), 2U);
   }
+  internet.fault = [](const std::string& call) {
+    return call == "put 1200345.xxx" ? std::optional(FakeInternet::Failure{12002}) : std::nullopt;
+  };
+  EXPECT_EQ(send(), kSent);
+  EXPECT_TRUE(remote.contains("1200345.inf")) << "that of the same identifier is only replaced";
 }
 
 TEST_F(Export, SendsEveryDayThatHasATableWithShiftHeld) {
