@@ -18,10 +18,8 @@ class FakeFiles final : public Files {
 
   std::map<std::string, File> files;
   std::set<std::string> folders;
-  std::set<std::string> unwritable;    ///< paths that refuse to be written
-  std::set<std::string> unreadable;    ///< paths whose reading fails
-  std::vector<std::string> written;    ///< paths in the order of their writing
-  std::size_t pieceSize = 256 * 1024;  ///< of readPieces
+  std::set<std::string> unwritable;  ///< paths that refuse to be written
+  std::vector<std::string> written;  ///< paths in the order of their writing
 
   bool exists(const std::string& path) override;
   std::optional<std::string> read(const std::string& path, std::size_t limit) override;
