@@ -28,8 +28,8 @@ class SchedulerTest : public ::testing::Test, protected ShopWorld {
     }
     return 0;
   }
-  /// The next tick sends, fails, and says so.
-  void expectFailureMessageNext() {
+  /// Makes the next tick send, fail, and say so.
+  void arrangeFailureMessage() {
     files.folders.erase(kOutFolder);
     form().TimerCount = 149;
     form().SndNG = true;
@@ -110,7 +110,7 @@ TEST_F(SchedulerTest, OpensTheGroupDialogOnARequestOfTwoAndLeavesThePanelAgain) 
 
 TEST_F(SchedulerTest, StandsStillAndSendsNoMoreWhileAFailureMessageIsOpen) {
   goResident();
-  expectFailureMessageNext();
+  arrangeFailureMessage();
   desktop.onMessageBox = [&] {
     EXPECT_FALSE(form().Timer1->enabled());
     EXPECT_FALSE(form().MyMenu_Send.enabled);
@@ -120,7 +120,7 @@ TEST_F(SchedulerTest, StandsStillAndSendsNoMoreWhileAFailureMessageIsOpen) {
   EXPECT_TRUE(form().MyMenu_Send.enabled);
   EXPECT_TRUE(form().Timer1->enabled());
 
-  expectFailureMessageNext();
+  arrangeFailureMessage();
   desktop.onMessageBox = [&] { form().MyMenu_Init.onClick(); };
   tick();
   EXPECT_TRUE(form().visible());

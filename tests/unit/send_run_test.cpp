@@ -123,6 +123,7 @@ TEST_F(SendRunTest, ReportsItsOutcome) {
       EXPECT_EQ(desktop.tray, failureShown ? TrayImage::kFailure : TrayImage::kNormal);
     }
     const auto log = logMessages();
+    ASSERT_FALSE(log.empty());
     EXPECT_EQ(log.front(), "HS-FTP:------------------------ Snd Start");
     EXPECT_EQ(log.back(), "HS-FTP:------------------------ Snd Exit");
     EXPECT_EQ(internet.openHandles, 0) << "no session survives a run";

@@ -121,6 +121,7 @@ TEST_F(Export, FailsWhereItCannotDeliver) {
     EXPECT_EQ(send(), kNotSent) << c.what;
     EXPECT_EQ(files.exists(local), files.unwritable.contains(local)) << c.what;
     const auto log = logMessages();
+    ASSERT_EQ(log.size(), 6U) << c.what;
     const std::string stage = "HS-FTP:-----------------------------";
     EXPECT_EQ(std::vector<std::string>(log.begin() + 1, log.end() - 1),
               (std::vector<std::string>{
