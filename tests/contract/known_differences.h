@@ -15,8 +15,9 @@ enum class Difference {
   kLockOnPartOfAFileDoesNotHinderReading,
   // Wine's WinINet waits 30 seconds for a line of the server, and without end for a transfer,
   // whatever time limits are set. Closing the session's handle from another thread, the documented
-  // way to break a call off, does not reach the call. So a send run broken in every way, which
-  // would take hours, is tested where the limits hold.
+  // way to break a call off, does not reach the call. A send run takes half a second there, too. So
+  // servers that fall silent or speak no FTP are tried where the limits hold, and a run is broken
+  // off in fewer of the ways that need none.
   kTimeLimitsDoNotHold,
   // It does not look at the greeting's code, nor at the reply that follows a listing.
   kGreetingIsNotChecked,

@@ -45,28 +45,6 @@ class Resident(ShopTest):
         screen.wait_for_icon("normal")
         self.end_on_request(shop, run)
 
-    def test_a_request_opens_the_group_dialog_and_the_panel_goes_again(self):
-        shop, screen, run = self.start()
-        screen.wait_for_icon("normal")
-        run.request("FTP INIT", 2)
-        screen.wait_for_window(GROUP_DIALOG)
-        screen.picture("22-group-dialog-on-request")
-        self.assertIn(PANEL, screen.windows())
-        # Nobody reads requests while the dialog is open; they wait.
-        run.request("FTP EXIT", 1)
-        screen.key("Escape")
-        run.expect_end()
-        self.assertIn(TABLE, shop.delivered())
-
-    def test_closing_the_panel_ends_the_program(self):
-        shop, screen, run = self.start()
-        screen.wait_for_icon("normal")
-        run.request("FTP INIT", 1)
-        screen.wait_for_window(PANEL)
-        screen.close_window()
-        run.expect_end()
-        self.assertEqual(shop.delivered(), {})
-
     def test_shift_sends_every_day(self):
         shop, screen, run = self.start("--days", "3", arguments=("-INIT",))
         panel = screen.wait_for_window(SHOP_CAPTION)
@@ -97,8 +75,8 @@ class Resident(ShopTest):
         self.end_on_request(shop, run)
 
 
-class Signals(ShopTest):
-    def test_a_signal_ends_it_in_order_whatever_is_open(self):
+class End(ShopTest):
+    def test_it_ends_in_order_whatever_is_open(self):
         for opened in (PANEL, GROUP_DIALOG, "menu"):
             with self.subTest(opened):
                 shop = self.shop()
@@ -111,7 +89,11 @@ class Signals(ShopTest):
                     run.request("FTP INIT", 2 if opened == GROUP_DIALOG else 1)
                     screen.wait_for_window(opened)
                 (shop.folder / "work.txt").write_text("x")
-                run.signal(signal.SIGTERM)
+                if opened == PANEL:
+                    screen.close_window()
+                else:
+                    run.signal(signal.SIGTERM)
                 run.expect_end()
                 self.assertFalse((shop.folder / "work.txt").exists())
+                self.assertEqual(shop.delivered(), {})
                 self.assertEqual((screen.windows(), screen.icon()), ({}, None))

@@ -93,7 +93,6 @@ TEST_F(McWinFtpTest, AnnouncesEveryFailureOnce) {
 
 TEST_F(McWinFtpTest, ConnectsWithTheAccountAsItWasSet) {
   EXPECT_EQ(internet.options, (std::map<std::uint32_t, std::uint32_t>{{2, 10000}, {6, 10000}}));
-  EXPECT_FALSE(ftp->PassiveFlag());
   ftp->OpenSession();
   EXPECT_EQ(internet.connectFlags, 0U);
   EXPECT_EQ(internet.account.port, 21);
@@ -102,26 +101,19 @@ TEST_F(McWinFtpTest, ConnectsWithTheAccountAsItWasSet) {
     EXPECT_FALSE(part.has_value()) << "an empty text is absent";
   }
 
-  ftp->RemoteHost("host");
   ftp->User("利用者");
-  ftp->Password("secret");
-  ftp->PassiveFlag(true);
-  ftp->Inet_FtpPort(60000);
-  ftp->OpenSession();
-  EXPECT_TRUE(ftp->PassiveFlag());
-  EXPECT_EQ(internet.connectFlags, 0x18000000U);
-  EXPECT_EQ(internet.account.host, "host");
-  EXPECT_EQ(internet.account.user, toCodePage932("利用者"));
-  EXPECT_EQ(internet.account.password, "secret");
-  EXPECT_EQ(internet.account.port, 60000);
-
-  ftp->PassiveFlag(false);
-  ftp->OpenSession();
-  EXPECT_FALSE(ftp->PassiveFlag());
-  EXPECT_EQ(internet.connectFlags, 0x10000000U);
-  for (const std::int32_t beyond : {60001, 20, 0, -2121}) {
-    ftp->Inet_FtpPort(beyond);
-    EXPECT_EQ(ftp->Inet_FtpPort(), 21) << beyond;
+  for (const bool passive : {true, false}) {
+    ftp->PassiveFlag(passive);
+    ftp->OpenSession();
+    EXPECT_EQ(ftp->PassiveFlag(), passive);
+    EXPECT_EQ(internet.connectFlags, passive ? 0x18000000U : 0x10000000U);
+    EXPECT_EQ(internet.account.user, toCodePage932("利用者"));
+  }
+  const std::pair<std::int32_t, std::int32_t> ports[] = {
+      {60000, 60000}, {60001, 21}, {22, 22}, {20, 21}, {-2121, 21}};
+  for (const auto& [written, read] : ports) {
+    ftp->Inet_FtpPort(written);
+    EXPECT_EQ(ftp->Inet_FtpPort(), read) << written;
   }
 }
 
