@@ -34,6 +34,11 @@ Function checkChosenFolder
     MessageBox MB_OK|MB_ICONEXCLAMATION "$0"
     Abort
   ${EndIf}
+  ${IfNot} ${FileExists} "$INSTDIR\karvel.ini"
+  ${AndIfNot} ${FileExists} "$INSTDIR\karvel.hnb"
+    MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "このフォルダには発券システムの設定(karvel.ini)がありません。発券システムのフォルダを選ぶと、そのまま使えます。別のフォルダでは、はじめに説明書の「インストール」にある設定が必要です。$\r$\n$\r$\nこのフォルダに入れますか?" IDYES +2
+    Abort
+  ${EndIf}
 FunctionEnd
 
 ; Ends an installation that no page has checked.

@@ -8,7 +8,7 @@
 ; Exit codes of a silent run: 0 done, 2 refused or failed, 3 the running program did not end.
 ;
 ; The folder may be the ticket application's own, so everything put there has a name that can only
-; be this program's, and nothing is removed that was not put there.
+; be this program's, and what is removed was put there by it or written by the program.
 
 Unicode true
 Target amd64-unicode
@@ -16,6 +16,8 @@ SetCompressor /SOLID lzma
 ManifestDPIAware true
 ManifestSupportedOS all
 RequestExecutionLevel user
+; A file that cannot be replaced fails the installation, the silent one too.
+AllowSkipFiles off
 
 !include MUI2.nsh
 !include LogicLib.nsh
@@ -166,7 +168,9 @@ Section "Uninstall"
   Delete "$INSTDIR\karvel-uninstall.exe"
   RMDir "$INSTDIR\Log"
   RMDir "$INSTDIR"
-  RMDir /r "${MENU_FOLDER}"
+  Delete "${MENU_FOLDER}\集計管理 接続設定.lnk"
+  Delete "${MENU_FOLDER}\集計管理 説明書.lnk"
+  RMDir "${MENU_FOLDER}"
   DeleteRegValue HKCU "${RUN_KEY}" "karvel"
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
 SectionEnd

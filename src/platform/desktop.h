@@ -39,7 +39,7 @@ class Desktop {
   virtual void release(Form& form) = 0;
 
   /// Shows a form that is not bound yet as a modal dialog above `owner`; returns when it is
-  /// closed. Without a display it is closed at once, as by its close box.
+  /// closed or the program ends. Without a display it is closed at once, as by its close box.
   virtual void showModal(Form& dialog, Form& owner) = 0;
 
   /// Brings the form's window to the foreground.
@@ -53,8 +53,8 @@ class Desktop {
   [[nodiscard]] virtual std::string browseForFolder(Form& owner, const std::string& title) = 0;
 
   /// Adds the program's one notification-area icon; `onRightButtonUp` runs when the right mouse
-  /// button is released over it. Where there is no notification area the icon appears as soon as
-  /// there is one.
+  /// button is released over it, unless a dialog, a message box or a menu waits for its answer.
+  /// Where there is no notification area the icon appears as soon as there is one.
   virtual void addTrayIcon(Form& owner, TrayImage image, const std::string& tip,
                            std::function<void()> onRightButtonUp) = 0;
   virtual void changeTrayIcon(TrayImage image, const std::string& tip) = 0;

@@ -21,9 +21,12 @@ class Profile {
   [[nodiscard]] virtual std::string read(const std::string& section, const std::string& key,
                                          const std::string& file, std::size_t bufferSize) = 0;
 
-  /// Sets the value, creating file (readable by its owner alone), section and key as needed. Every
-  /// other line stays. The file is replaced as a whole: a reader sees the old content or the new
-  /// one. False, with the file unchanged, when it cannot be written or is read-only.
+  /// Sets the value, creating file, section and key as needed. Every other line stays. False, with
+  /// the file unchanged, when it cannot be opened for writing or is read-only.
+  ///
+  /// Linux replaces the file as a whole, so a reader sees the old content or the new one, and makes
+  /// a new one readable by its owner alone; that takes the right to create files in the folder.
+  /// Windows writes into the file and gives a new one the rights of its folder.
   [[nodiscard]] virtual bool write(const std::string& section, const std::string& key,
                                    const std::string& value, const std::string& file) = 0;
 };

@@ -98,10 +98,7 @@ void SendRun::scheduleRetry() {
 void SendRun::showFailure(const std::string& text) {
   form_.SndNG = false;
   form_.TimerCount = 0;
-  // The tray menu works while the message is open; a second run must not start inside this one.
-  form_.MyMenu_Send.enabled = false;
   desktop_.messageBox(form_, form_.caption(), text);
-  form_.Text1_Change(FtpForm::Field::kServer);
 }
 
 void SendRun::setIcon(bool failed) {

@@ -41,8 +41,7 @@ void Scheduler::Timer1_Timer() {
   const double settingsRequest = request("FTP INIT");
   if (settingsRequest != 0) {
     showSettings(settingsRequest);
-  } else if (form_.windowState() == WindowState::kMinimized) {
-    // While a failure message was open the user may have brought the panel back.
+  } else {
     form_.Timer1->setEnabled(true);
   }
 }

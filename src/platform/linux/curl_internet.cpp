@@ -3,11 +3,11 @@
 #include <curl/curl.h>
 
 #include <chrono>
-#include <ctime>
 #include <initializer_list>
 #include <utility>
 
 #include "platform/linux/ftp_url.h"
+#include "platform/linux/system_clock.h"
 #include "platform/linux/system_message.h"
 #include "platform/linux/upload_reader.h"
 #include "text/server_text.h"
@@ -18,7 +18,7 @@ namespace {
 constexpr int kDefaultPort = 21;
 constexpr int kHighestPort = 65535;
 constexpr std::size_t kLongestResponse = 255;               ///< bytes
-constexpr std::size_t kLongestListing = 256 * 1024 * 1024;  ///< bytes
+constexpr std::size_t kLongestListing = 128 * 1024 * 1024;  ///< bytes
 
 /// A text that could end a command line, and so begin another one.
 bool isUnsafe(std::string_view text) {
@@ -45,15 +45,6 @@ bool isWholeFolder(std::string_view pattern) {
 FtpConnection::TransferType transferType(std::uint32_t flags) {
   return (flags & Internet::kTransferAscii) != 0 ? FtpConnection::TransferType::kText
                                                  : FtpConnection::TransferType::kBinary;
-}
-
-/// The local date and time, against which a listing's dates without a year are read.
-DateTime localTime() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
-          local.tm_hour,        local.tm_min,     local.tm_sec};
 }
 
 /// The folder in a reply to PWD: between quotation marks, a mark inside written twice.
@@ -197,7 +188,8 @@ Internet::Handle CurlInternet::findFirst(Handle session, const std::string& patt
   };
   const std::string argument = isWholeFolder(pattern) ? "" : pattern;
   if (!conclude(*connection, connection->list(argument, sink))) return 0;
-  FtpListing listing(std::move(text), localTime());
+  // Dates without a year are read against the local time.
+  FtpListing listing(std::move(text), SystemClock().now());
   if (!nextEntry(listing, entry)) return 0;
   enumerations_.emplace(++lastHandle_, Enumeration{session, std::move(listing)});
   return lastHandle_;

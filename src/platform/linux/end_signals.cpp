@@ -11,6 +11,8 @@ EndSignals::EndSignals() {
   sigemptyset(&signals);
   for (const int number : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, number);
   sigprocmask(SIG_BLOCK, &signals, nullptr);
+  // A reader that has gone, of standard error or of a connection, is a failed write and no more.
+  std::signal(SIGPIPE, SIG_IGN);
   descriptor_ = FileDescriptor(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
 }
 

@@ -17,7 +17,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-constexpr milliseconds kUnlimited = std::chrono::hours{24};
+constexpr milliseconds kUnlimited = std::chrono::hours{24};  ///< longer than any exchange
 constexpr seconds kQuitLimit{2};
 constexpr std::size_t kReplyLimit = 64 * 1024;  ///< bytes; longer ones come from no FTP server
 constexpr milliseconds kDataConnectSlice{2};
@@ -100,7 +100,7 @@ FtpConnection::ErrorNumber FtpConnection::list(const std::string& argument, cons
   const std::string request = "LIST " + argument;
   if (!argument.empty()) curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.c_str());
   sink_ = &sink;
-  return performWithin(limits_.listing());
+  return perform();
 }
 
 void FtpConnection::prepare(const std::string& path) {
@@ -158,15 +158,11 @@ void FtpConnection::setManners() {
 }
 
 FtpConnection::ErrorNumber FtpConnection::perform() {
-  return performWithin(kUnlimited);
-}
-
-FtpConnection::ErrorNumber FtpConnection::performWithin(milliseconds whole) {
   if (lost_) return Internet::kErrorConnectionAborted;
   reply_.clear();
   readFailed_ = false;
   sinkFailed_ = false;
-  watch_.begin(whole, connecting_ ? limits_.connect : limits_.answer);
+  watch_.begin(limits_.exchange(), connecting_ ? limits_.connect : limits_.answer);
   if (curl_multi_add_handle(multi_.get(), easy_.get()) != CURLM_OK) return Internet::kErrorInternal;
   const ErrorNumber error = run();
   // Before its end this closes the connection, so that no late reply can answer another command.

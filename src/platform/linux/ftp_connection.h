@@ -74,7 +74,6 @@ class FtpConnection {
   void setCallbacks();
   void setManners();
   ErrorNumber perform();
-  ErrorNumber performWithin(std::chrono::milliseconds whole);
   /// Drives the exchange to its end, or to where a limit breaks it off.
   ErrorNumber run();
   /// Ends a transfer that libcurl has left before its last reply; no command may follow it.

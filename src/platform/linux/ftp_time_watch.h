@@ -13,8 +13,8 @@ struct FtpTimeLimits {
   /// A transfer without progress, its closing reply included: what lies in buffers on the way may
   /// need longer than an answer does.
   [[nodiscard]] std::chrono::milliseconds transfer() const { return 3 * answer; }
-  /// A whole listing: a server that dribbles one for ever makes progress for ever.
-  [[nodiscard]] std::chrono::milliseconds listing() const { return 60 * answer; }
+  /// A whole exchange: a server that dribbles for ever makes progress for ever.
+  [[nodiscard]] std::chrono::milliseconds exchange() const { return 60 * answer; }
 };
 
 /// Tells when the running step of an FTP exchange has taken too long.

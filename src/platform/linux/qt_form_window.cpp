@@ -203,8 +203,11 @@ void QtFormWindow::paintEvent(QPaintEvent* event) {
 
 void QtFormWindow::reportState() {
   if (!form_->visible() || !isVisible()) return;
-  // Nobody minimises a window that is not on the screen yet: that is late news from before.
-  if (isMinimized() && !painted_) return;
+  // Nobody minimises a window that is not on the screen yet: that is late news from before. And
+  // whoever has opened a dialog above it must answer that one first.
+  const QWidget* const dialog = QApplication::activeModalWidget();
+  const bool blocked = dialog != nullptr && dialog != this;
+  if (isMinimized() && (!painted_ || blocked)) return;
   form_->setWindowState(isMinimized() ? WindowState::kMinimized : WindowState::kNormal);
 }
 

@@ -33,7 +33,7 @@ std::uint64_t hashOf(std::wstring_view text) {
 
 bool MutexInstance::acquire(const std::string& programFolder) {
   const std::wstring name =
-      L"Local\\karvel-" + std::to_wstring(hashOf(canonicalFolder(programFolder)));
+      L"Global\\karvel-" + std::to_wstring(hashOf(canonicalFolder(programFolder)));
   SetLastError(ERROR_SUCCESS);
   mutex_.reset(CreateMutexW(nullptr, FALSE, name.c_str()));
   const DWORD error = GetLastError();

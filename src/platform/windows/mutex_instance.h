@@ -5,7 +5,8 @@
 
 namespace karvel {
 
-/// A mutex whose name stands for the program folder; the system drops it with the process.
+/// A mutex whose name stands for the program folder, in whatever session of the machine the program
+/// runs; the system drops it with the process.
 class MutexInstance final : public Instance {
  public:
   bool acquire(const std::string& programFolder) override;
