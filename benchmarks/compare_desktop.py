@@ -10,8 +10,8 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tests" / "e2e"))
 
-from screen import Screen  # noqa: E402
-from shop import CODE_PAGE, ShopTest  # noqa: E402
+from screen_case import ScreenTest  # noqa: E402
+from shop import CODE_PAGE  # noqa: E402
 
 BARE = os.environ["KARVEL_BARE_DESKTOP"]
 
@@ -33,7 +33,7 @@ def cpu_seconds(pid):
     return sum(int(task.read_text().split()[0]) for task in tasks) / 1e9
 
 
-class Desktop(ShopTest):
+class Desktop(ScreenTest):
     def wait_for(self, screen, *criterion):
         """Polls for a visible window as quickly as it can be asked for."""
         deadline = time.monotonic() + 30
@@ -51,7 +51,7 @@ class Desktop(ShopTest):
         return shop
 
     def test_memory_and_cpu_while_resident(self):
-        screen = Screen(self)
+        screen = self.screen()
         shop = self.filled_shop()
         bare = screen.spawn(BARE)
         self.wait_for(screen, "--class", "bare_desktop")
@@ -73,7 +73,7 @@ class Desktop(ShopTest):
         self.assertLessEqual(used[run.process.pid], CPU_SECONDS)
 
     def test_time_to_the_visible_panel(self):
-        screen = Screen(self)
+        screen = self.screen()
         shop = self.filled_shop()
         times = {"panel": [], "bare": []}
         for _ in range(STARTS):

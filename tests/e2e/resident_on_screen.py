@@ -3,18 +3,18 @@
 import shutil
 import signal
 
-from screen import Screen
-from shop import SHOP_INFO, TABLE, ShopTest
+from screen_case import ScreenTest
+from shop import SHOP_INFO, TABLE
 
 PANEL = "集計管理"
 GROUP_DIALOG = "グループ登録"
 SHOP_CAPTION = "ｸﾞﾙｰﾌﾟ:12/北陸グループ 店舗:00345/能登表町店"
 
 
-class Resident(ShopTest):
-    def start(self, *options, arguments=(), with_tray=True):
+class Resident(ScreenTest):
+    def start(self, *options, arguments=(), **how):
         shop = self.shop("--receptions", "5", *options)
-        screen = Screen(self, with_tray)
+        screen = self.screen(**how)
         run = shop.start(*arguments, screen=screen)
         return shop, screen, run
 
@@ -31,7 +31,7 @@ class Resident(ShopTest):
         run.request("FTP TIME", 1)
         screen.wait_for_icon("failure")
         # Resident, the window whose caption would be the title has none.
-        screen.wait_for_window(" ")
+        screen.wait_for_window(self.UNTITLED)
         screen.picture("20-second-failure")
         run.request("FTP INIT", 1)
         screen.key("Return")
@@ -75,12 +75,12 @@ class Resident(ShopTest):
         self.end_on_request(shop, run)
 
 
-class End(ShopTest):
+class End(ScreenTest):
     def test_it_ends_in_order_whatever_is_open(self):
         for opened in (PANEL, GROUP_DIALOG, "menu"):
             with self.subTest(opened):
                 shop = self.shop()
-                screen = Screen(self)
+                screen = self.screen()
                 run = shop.start(screen=screen)
                 screen.wait_for_icon("normal")
                 if opened == "menu":

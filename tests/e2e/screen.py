@@ -13,7 +13,7 @@ SOURCE = Path(__file__).resolve().parents[2]
 PICTURES = Path(os.environ["KARVEL_SCREENS"])
 
 SIZE = "1024x768x24"
-ICON_PIXELS = 22
+ICON_PIXELS = 16
 WAIT_SECONDS = 40
 START_SECONDS = 20
 # Of 255, on average over an icon's opaque pixels. The two icons differ by more than 60.
@@ -28,10 +28,10 @@ WINDOW_MANAGER_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc">
 
 
 class Screen:
-    def __init__(self, test, with_tray=True):
-        self.test = test
+    def __init__(self, add_cleanup, with_tray=True):
+        self.add_cleanup = add_cleanup
         self.home = tempfile.mkdtemp(prefix="karvel-screen-")
-        test.addCleanup(shutil.rmtree, self.home, ignore_errors=True)
+        add_cleanup(shutil.rmtree, self.home, ignore_errors=True)
         self.environment = {**os.environ, "HOME": self.home, "LC_ALL": "C.UTF-8"}
         self.environment.pop("WAYLAND_DISPLAY", None)
         self.display = self.environment["DISPLAY"] = self.start_server()
@@ -51,13 +51,16 @@ class Screen:
         os.close(write)
         with open(read, encoding="ascii") as number:
             ready, _, _ = select.select([number], [], [], START_SECONDS)
-            self.test.assertTrue(ready, "no display")
+            if not ready:
+                raise AssertionError("no display")
             return f":{number.readline().strip()}"
 
     def start_tray(self):
-        tray = self.spawn("trayer", "--edge", "top", "--align", "right", "--widthtype", "request",
-                          "--height", str(ICON_PIXELS + 2), "--SetDockType", "true",
-                          "--expand", "false")
+        # It keeps its place and size: Wine learns where an icon stands when it is taken in, not when
+        # the area moves afterwards, and an icon that it believes elsewhere stays blank and deaf.
+        tray = self.spawn("trayer", "--edge", "top", "--align", "right", "--widthtype", "pixel",
+                          "--width", "100", "--height", str(ICON_PIXELS + 2),
+                          "--SetDockType", "true", "--expand", "false")
         self.wait_until(lambda: self.ask("xdotool", "search", "--name", "^panel$"),
                         "a notification area", START_SECONDS)
         return tray
@@ -65,7 +68,7 @@ class Screen:
     def spawn(self, *command, **how):
         process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL,
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **how)
-        self.test.addCleanup(self.end, process)
+        self.add_cleanup(self.end, process)
         return process
 
     def end(self, process):
@@ -85,8 +88,10 @@ class Screen:
         deadline = time.monotonic() + seconds
         while not condition():
             if time.monotonic() > deadline:
-                self.picture("failed-" + self.test.id().rpartition(".")[2])
-                self.test.fail(f"not in {seconds} s: {what}; windows: {self.windows()}")
+                picture = "failed" + self.display
+                self.picture(picture)
+                raise AssertionError(
+                    f"not in {seconds} s: {what}; windows: {self.windows()}; picture: {picture}")
             time.sleep(0.05)
 
     def picture(self, name):
@@ -142,8 +147,8 @@ class Screen:
         """Number, place and size of the window that the notification area has taken in."""
         for panel in self.ask("xdotool", "search", "--name", "^panel$").split():
             tree = self.ask("xwininfo", "-tree", "-id", panel)
-            found = re.search(r"(0x[0-9a-f]+) \"karvel\".* (\d+)x(\d+)\+-?\d+\+-?\d+"
-                              r"  \+(\d+)\+(\d+)", tree)
+            found = re.search(r'(0x[0-9a-f]+) .*\("(?:karvel|explorer\.exe)" .*\)'
+                              r"  (\d+)x(\d+)\+-?\d+\+-?\d+  \+(\d+)\+(\d+)", tree)
             if found:
                 width, height, x, y = map(int, found.groups()[1:])
                 return found[1], (x + width // 2, y + height // 2), (width, height)
@@ -161,9 +166,9 @@ class Screen:
         return difference(shown, self.drawing(name, size)) < CLOSE_ENOUGH
 
     def drawing(self, name, size):
-        drawing = SOURCE / "assets" / "icons" / f"{name}-24.png"
-        return self.pixels("convert", drawing, "-resize", f"{size[0]}x{size[1]}!", "-depth", "8",
-                           "rgba:-")
+        drawing = SOURCE / "assets" / "icons" / f"{name}-16.png"
+        return self.pixels("convert", drawing, "-background", "none", "-gravity", "center",
+                           "-extent", f"{size[0]}x{size[1]}", "-depth", "8", "rgba:-")
 
     def wait_for_icon(self, name):
         self.wait_until(lambda: self.icon_is(name), f"the icon {name}")

@@ -2,17 +2,17 @@
 
 import shutil
 
-from screen import Screen
-from shop import TABLE, ShopTest
+from screen_case import ScreenTest
+from shop import TABLE
 
 PANEL = "集計管理"
 
 
-class SetUp(ShopTest):
+class SetUp(ScreenTest):
     def test_from_the_first_start_to_the_end(self):
         shop = self.shop("--receptions", "20")
         shop.own_settings.unlink()
-        screen = Screen(self)
+        screen = self.screen()
         run = shop.start("-INIT", screen=screen)
 
         panel = screen.wait_for_window("ｸﾞﾙｰﾌﾟ:9999/るりはなリンク 店舗:/能登表町店")
@@ -47,7 +47,7 @@ class SetUp(ShopTest):
 
     def choose_folder(self, shop, screen, panel, run):
         panel.press("FtpForm", "ﾌｫﾙﾀﾞ設定 ( 指定ﾌｫﾙﾀﾞへ出力 )")
-        panel.fill("FtpForm", "出力ﾌｫﾙﾀﾞ", str(shop.out))
+        panel.fill("FtpForm", "出力ﾌｫﾙﾀﾞ", shop.name_of(shop.out))
         panel.press("FtpForm", "60分")
         screen.picture("03-folder-chosen")
         self.assertEqual(shop.setting("FTP TYPE"), "3")
@@ -56,7 +56,7 @@ class SetUp(ShopTest):
         run.wait_for_runs(1)
         self.assertEqual(
             [shop.setting(key) for key in ("FTP CHKC", "OUT FOLD", "FTP TYPE", "FTP TIME")],
-            ["1", str(shop.out), "0", "4"])
+            ["1", shop.name_of(shop.out), "0", "4"])
         self.assertEqual(set(shop.delivered()), {TABLE, "0700345.inf"})
         screen.picture("04-connection-complete")
 
@@ -75,7 +75,7 @@ class SetUp(ShopTest):
         screen.open_menu()
         self.assertEqual(screen.windows(), {})
         screen.picture("07-menu")
-        screen.key("Escape")
+        screen.click(300, 600)
         screen.wait_until(lambda: not screen.popup(), "the menu's end")
 
         # The count has passed the shorter interval already: the next tick sends.
@@ -111,10 +111,10 @@ class SetUp(ShopTest):
 
         panel.press("FtpForm", "ﾌｫﾙﾀﾞ設定 ( 指定ﾌｫﾙﾀﾞへ出力 )")
         panel.press("FtpForm", "参照")
-        screen.wait_for_window("フォルダの選択")
+        screen.wait_for_window(self.FOLDER_BROWSER)
         screen.picture("11-folder-browser")
         screen.key("Escape")
-        screen.wait_until(lambda: "フォルダの選択" not in screen.windows(), "the browser's end")
+        screen.wait_until(lambda: self.FOLDER_BROWSER not in screen.windows(), "the browser's end")
 
         panel.press("FtpForm", "ｷｬﾝｾﾙ")
         screen.wait_for_icon("normal")

@@ -54,9 +54,12 @@ class Shop:
         self.out.mkdir()
         subprocess.run([SAMPLE_SHOP, "--folder", self.folder, "--out-folder", self.out,
                         "--day", DAY, *options], check=True)
+        self.install(PROGRAM)
+
+    def install(self, program):
         # By another process: a descriptor for writing that a fork of this one inherits would keep
         # the copy from being started.
-        subprocess.run(["cp", PROGRAM, self.folder / "karvel"], check=True)
+        subprocess.run(["cp", program, self.folder], check=True)
 
     def remove(self):
         for folder, _, _ in os.walk(self.base):
@@ -74,6 +77,11 @@ class Shop:
     @property
     def log_folder(self):
         return self.folder / "Log"
+
+    @staticmethod
+    def name_of(path):
+        """How the program and its settings name a path."""
+        return str(path)
 
     def desk_file(self, desk):
         return self.folder / "temp" / f"{DAY}_{desk}.tmp"
@@ -118,34 +126,37 @@ class Shop:
     def start(self, *arguments, through=(), screen=None):
         """Starts the program; `through` is a command that starts it in its turn."""
         self.home.mkdir(mode=0o700, exist_ok=True)
+        ordinary = {}
         if ORDINARY_USER is not None:
             subprocess.run(["chown", "-R", f"{ORDINARY_USER}:{ORDINARY_USER}", self.base],
                            check=True)
-        return Run(self, arguments, through, screen)
+            ordinary = {"user": ORDINARY_USER, "group": ORDINARY_USER, "extra_groups": []}
+        homes = {"HOME": str(self.home), "XDG_RUNTIME_DIR": str(self.home)}
+        return Run(self, [*through, self.folder / "karvel", *arguments],
+                   environment_on(screen) | homes, **ordinary)
 
     def send_once(self, **how):
         """A whole life of the program: start, send on request, end in order."""
         self.start(**how).send_and_end()
 
 
+def environment_on(screen):
+    """Of a program on that screen, or without one."""
+    if screen is not None:
+        return screen.environment
+    return {key: value for key, value in os.environ.items()
+            if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
+
+
 class Run:
     """One running program."""
 
-    def __init__(self, shop, arguments, through, screen):
+    def __init__(self, shop, command, environment, **how):
         self.shop = shop
         self.test = shop.test
-        environment = {key: value for key, value in os.environ.items()
-                       if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
-        environment |= {"HOME": str(shop.home), "XDG_RUNTIME_DIR": str(shop.home)}
-        if screen is not None:
-            environment |= {"DISPLAY": screen.display, "LC_ALL": "C.UTF-8"}
-        ordinary = {}
-        if ORDINARY_USER is not None:
-            ordinary = {"user": ORDINARY_USER, "group": ORDINARY_USER, "extra_groups": []}
         self.process = subprocess.Popen(
-            [*through, shop.folder / "karvel", *arguments], cwd="/", env=environment,
-            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-            restore_signals=False, **ordinary)
+            command, cwd="/", env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE, restore_signals=False, **how)
         self.test.addCleanup(self.stop)
 
     def stop(self):

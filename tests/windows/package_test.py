@@ -11,7 +11,7 @@ import unittest
 import zipfile
 from pathlib import Path
 
-from windows_machine import WindowsMachine, wait_until, windows_path
+from windows_machine import WindowsMachine, windows_path
 
 PROGRAM = Path(os.environ["KARVEL_PROGRAM"])
 VERSION = os.environ["KARVEL_VERSION"]
@@ -43,8 +43,7 @@ def setUpModule():
     WORK.mkdir(exist_ok=True)
     shutil.rmtree(PACKAGES, ignore_errors=True)
     subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, PACKAGES], check=True)
-    machine = WindowsMachine(WORK / "wine")
-    unittest.addModuleCleanup(machine.shut_down)
+    machine = WindowsMachine(unittest.addModuleCleanup, with_tray=False)
 
 
 def content_of(folder):
@@ -96,7 +95,7 @@ class SetupTest(unittest.TestCase):
         """Returns when the uninstaller is done; it works from a copy of itself."""
         uninstaller = self.folder / "karvel-uninstall.exe"
         machine.run(uninstaller, "/S", *switches)
-        wait_until(lambda: not machine.registry_values(UNINSTALL_KEY), "uninstalled")
+        machine.wait_until(lambda: not machine.registry_values(UNINSTALL_KEY), "uninstalled")
 
     def write(self, name, text):
         file = self.folder / name
@@ -111,7 +110,7 @@ class SetupTest(unittest.TestCase):
         return b"".join(file.read_bytes() for file in (self.folder / "Log").iterdir())
 
     def menu(self):
-        return (machine.home / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs" / PRODUCT)
+        return (machine.user_folder / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs" / PRODUCT)
 
     def start_resident(self):
         self.write("karvel.hnb", RESIDENT_SETTINGS.format(folder=windows_path(self.folder),
@@ -122,7 +121,7 @@ class SetupTest(unittest.TestCase):
         run = machine.start(self.folder / "karvel.exe")
         self.addCleanup(run.wait, 60)
         self.addCleanup(run.kill)
-        wait_until(lambda: "FTP INIT=0" in self.settings, "request keys reset")
+        machine.wait_until(lambda: "FTP INIT=0" in self.settings, "request keys reset")
         return run
 
     def test_a_first_installation(self):
@@ -182,7 +181,7 @@ class SetupTest(unittest.TestCase):
         for name, text in shops_own.items():
             self.assertEqual((self.folder / name).read_bytes(), text.encode(CODE_PAGE), name)
         # The new one runs: its start takes the request back.
-        wait_until(lambda: "FTP EXIT=0" in self.settings, "started again")
+        machine.wait_until(lambda: "FTP EXIT=0" in self.settings, "started again")
         before = self.settings
 
         self.uninstall()
@@ -201,14 +200,14 @@ class SetupTest(unittest.TestCase):
         self.addCleanup(run.wait, 60)
         self.addCleanup(run.kill)
 
-        machine.wait_for_window("アンインストール")
-        machine.press("Return")
-        machine.wait_for_window("アンインストール")
-        machine.press("Left", "Return")
-        wait_until(lambda: not machine.registry_values(UNINSTALL_KEY), "uninstalled")
+        machine.settled_window("アンインストール")
+        machine.key("Return")
+        machine.settled_window("アンインストール")
+        machine.key("Left", "Return")
+        machine.wait_until(lambda: not machine.registry_values(UNINSTALL_KEY), "uninstalled")
         self.assertEqual(set(content_of(self.folder)), {"Log/counter.log"})
-        machine.wait_for_window("アンインストール")
-        machine.press("Return")
+        machine.settled_window("アンインストール")
+        machine.key("Return")
 
     def test_a_program_that_does_not_end_is_left_alone(self):
         self.assertEqual(self.set_up(), DONE)
@@ -216,7 +215,7 @@ class SetupTest(unittest.TestCase):
         holder = machine.start_holding(self.folder / "karvel.exe", self.base)
         self.addCleanup(holder.communicate, timeout=60)
         held = self.folder / "karvel.exe"
-        wait_until(lambda: held.stat().st_size > PROGRAM.stat().st_size, "file held")
+        machine.wait_until(lambda: held.stat().st_size > PROGRAM.stat().st_size, "file held")
         before = held.read_bytes()
         self.assertEqual(self.set_up("/STOPWAIT=1"), STILL_RUNNING)
         self.assertFalse((self.folder / "karvel.hnb").exists())

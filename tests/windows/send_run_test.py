@@ -3,8 +3,6 @@
 
 import os
 import re
-import shutil
-import subprocess
 import sys
 import threading
 import unittest
@@ -16,50 +14,17 @@ from pyftpdlib.handlers import FTPHandler
 from pyftpdlib.ioloop import IOLoop
 from pyftpdlib.servers import FTPServer
 
-sys.path.append(str(Path(__file__).resolve().parents[1] / "e2e"))
-WINDOWS_PROGRAM = os.environ["KARVEL_WINDOWS_PROGRAM"]
-WINE_RUN = os.environ["KARVEL_WINE_RUN"]
 for tool in ("KARVEL_PROGRAM", "KARVEL_SAMPLE_SHOP"):
     if not Path(os.environ[tool]).is_file():
         sys.exit(f"{os.environ[tool]} is missing: build karvel and sample_shop for Linux first")
 
-from shop import CODE_PAGE, SHOP_INFO, TABLE, Run, Shop  # noqa: E402
+from windows_shop import WindowsShop, windows_path  # noqa: E402
+from shop import CODE_PAGE, SHOP_INFO, TABLE, Shop  # noqa: E402; found by windows_shop
 
 SITE_FOLDER = "本部/集計表"  # no blank: Wine cuts the names that a server lists at one
 USER, PASSWORD = "noto", "secret5"
 HIGHEST_PORT = 60000  # that the program takes from its settings
 COMMANDS_THAT_MATTER = ("USER", "PASS", "CWD", "STOR", "DELE", "RNFR", "RNTO")
-
-
-def windows_path(path):
-    return "Z:" + str(path).replace("/", "\\")
-
-
-class WindowsShop(Shop):
-    """The same shop, in folders with Japanese and blanks in their names."""
-
-    def __init__(self, test, *options):
-        super().__init__(test, *options)
-        (self.folder / "karvel").unlink()
-        self.folder = self.folder.rename(self.base / "集計 ソフト 表")
-        self.out = self.out.rename(self.base / "本部 表")
-        self.set("HST FOLD", windows_path(self.folder))
-        self.set("OUT FOLD", windows_path(self.out))
-        shutil.copy(WINDOWS_PROGRAM, self.folder / "karvel.exe")
-
-    def start(self, *arguments, through=()):
-        return WindowsRun(self, arguments)
-
-
-class WindowsRun(Run):
-    def __init__(self, shop, arguments):
-        self.shop = shop
-        self.test = shop.test
-        environment = {key: value for key, value in os.environ.items() if key != "DISPLAY"}
-        self.process = subprocess.Popen(
-            [WINE_RUN, shop.folder / "karvel.exe", *arguments], cwd="/", env=environment,
-            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
-        self.test.addCleanup(self.stop)
 
 
 class SiteFiles(AbstractedFS):

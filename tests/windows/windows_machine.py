@@ -1,16 +1,20 @@
-"""A Japanese Windows of the tests' own: a Wine prefix, a display, and its registry."""
+"""A Japanese Windows of the tests' own: a Wine prefix, a screen, and its registry."""
 
 import os
 import re
 import subprocess
+import sys
 import time
 from pathlib import Path
+
+sys.path.append(str(Path(__file__).resolve().parents[1] / "e2e"))
+
+from screen import Screen  # noqa: E402
 
 WINE_RUN = Path(__file__).resolve().parents[2] / "scripts" / "wine-run"
 
 # Generous: the first program of a prefix waits until Wine has set it up, on a busy machine.
 PROGRAM_SECONDS = 180
-WAIT_SECONDS = 60
 SETTLE_SECONDS = 2
 
 
@@ -18,52 +22,25 @@ def windows_path(path):
     return "Z:" + str(path).replace("/", "\\")
 
 
-def wait_until(condition, what, seconds=WAIT_SECONDS):
-    deadline = time.monotonic() + seconds
-    while not condition():
-        if time.monotonic() > deadline:
-            raise AssertionError(f"not in {seconds} s: {what}")
-        time.sleep(0.1)
+class WindowsMachine(Screen):
+    """One screen for one life of Wine: what it runs draws where its first program has."""
 
-
-class WindowsMachine:
-    def __init__(self, prefix):
-        self.prefix = Path(prefix)
-        self.display, number = self._start_display()
-        self.environment = {**os.environ, "KARVEL_WINEPREFIX": str(prefix),
-                            "DISPLAY": f":{number}"}
-        # It draws the windows' titles and gives them the keys.
-        self.window_manager = subprocess.Popen(["openbox"], env=self.environment,
-                                               stdout=subprocess.DEVNULL,
-                                               stderr=subprocess.DEVNULL)
-
-    @staticmethod
-    def _start_display():
-        display = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24",
-                                    "-nolisten", "tcp"],
-                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        number = display.stdout.readline().decode().strip()
-        if not number:
-            raise RuntimeError("no display")
-        return display, number
-
-    def shut_down(self):
-        for process in (self.window_manager, self.display):
-            process.terminate()
-            process.wait()
-        self.display.stdout.close()
+    def __init__(self, add_cleanup, with_tray=True):
+        super().__init__(add_cleanup, with_tray)
+        self.prefix = Path(os.environ["KARVEL_WINEPREFIX"])
+        add_cleanup(self.run, "wineboot", "--kill")
+        # What the first program starts besides itself keeps that program's output open.
+        self.run("wineboot")
 
     @property
-    def home(self):
+    def user_folder(self):
         """The user's folder; everybody's is the other one."""
         homes = [home for home in (self.prefix / "drive_c" / "users").iterdir()
                  if home.name != "Public"]
         return homes[0]
 
     def start(self, program, *arguments):
-        return subprocess.Popen([WINE_RUN, program, *arguments], env=self.environment,
-                                stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                stderr=subprocess.DEVNULL)
+        return self.spawn(WINE_RUN, program, *arguments)
 
     def run(self, program, *arguments):
         """Runs a program to its end; its exit code."""
@@ -80,20 +57,13 @@ class WindowsMachine:
                                 env=self.environment, stdin=subprocess.PIPE,
                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
-    def x(self, *command):
-        """What xdotool says to a command; nothing when it failed."""
-        return subprocess.run(["xdotool", *command], env=self.environment, check=False,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                              text=True).stdout.split()
-
-    def wait_for_window(self, title):
-        """The window with this title, when it has settled."""
-        wait_until(lambda: self.x("search", "--onlyvisible", "--name", title), title)
+    def settled_window(self, title):
+        """The window with this in its title, when nothing moves in it any more."""
+        def shown():
+            return self.ask("xdotool", "search", "--onlyvisible", "--name", title).split()
+        self.wait_until(shown, title)
         time.sleep(SETTLE_SECONDS)
-        return self.x("search", "--onlyvisible", "--name", title)[-1]
-
-    def press(self, *keys):
-        self.x("key", *keys)
+        return shown()[-1]
 
     def registry_values(self, key):
         """The texts and numbers under a key of the user's; empty when there is no such key."""

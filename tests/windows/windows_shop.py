@@ -1,0 +1,31 @@
+"""A shop with the Windows program, in folders with Japanese and blanks in their names."""
+
+import os
+import sys
+from pathlib import Path
+
+sys.path.append(str(Path(__file__).resolve().parents[1] / "e2e"))
+
+from shop import SAMPLE_SHOP, Run, Shop, environment_on  # noqa: E402
+from windows_machine import WINE_RUN, windows_path  # noqa: E402
+
+PROGRAM = os.environ["KARVEL_WINDOWS_PROGRAM"]
+if not Path(SAMPLE_SHOP).is_file():
+    sys.exit(f"{SAMPLE_SHOP} is missing: build it for Linux first")
+
+
+class WindowsShop(Shop):
+    OUT_FOLDER = "本部 表"
+
+    def install(self, program):
+        self.folder = self.folder.rename(self.base / "集計 ソフト 表")
+        self.out = self.out.rename(self.base / self.OUT_FOLDER)
+        self.set("HST FOLD", windows_path(self.folder))
+        self.set("OUT FOLD", windows_path(self.out))
+        super().install(PROGRAM)
+
+    name_of = staticmethod(windows_path)
+
+    def start(self, *arguments, screen=None):
+        return Run(self, [WINE_RUN, self.folder / "karvel.exe", *arguments],
+                   environment_on(screen))
