@@ -10,8 +10,8 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tests" / "e2e"))
 
+from filled_shop import filled_shop
 from screen_case import ScreenTest  # noqa: E402
-from shop import CODE_PAGE  # noqa: E402
 
 BARE = os.environ["KARVEL_BARE_DESKTOP"]
 
@@ -40,19 +40,9 @@ class Desktop(ScreenTest):
         while not screen.ask("xdotool", "search", "--onlyvisible", *criterion):
             self.assertLess(time.monotonic(), deadline, criterion)
 
-    def filled_shop(self):
-        """A shop whose start reads no empty value: each one would cost a pause of 100 ms."""
-        shop = self.shop("--receptions", "20", "--interval", "4")
-        text = shop.own_settings.read_bytes().decode(CODE_PAGE)
-        filled = [line + "x" if line.endswith("=") else line for line in text.split("\r\n")]
-        shop.own_settings.write_bytes("\r\n".join(filled).encode(CODE_PAGE))
-        with open(shop.ticket_settings, "ab") as ticket:
-            ticket.write(b"DOMAIN=example.com\r\n")
-        return shop
-
     def test_memory_and_cpu_while_resident(self):
         screen = self.screen()
-        shop = self.filled_shop()
+        shop = filled_shop(self)
         bare = screen.spawn(BARE)
         self.wait_for(screen, "--class", "bare_desktop")
         run = shop.start(screen=screen)
@@ -74,7 +64,7 @@ class Desktop(ScreenTest):
 
     def test_time_to_the_visible_panel(self):
         screen = self.screen()
-        shop = self.filled_shop()
+        shop = filled_shop(self)
         times = {"panel": [], "bare": []}
         for _ in range(STARTS):
             start = time.monotonic()
