@@ -20,5 +20,6 @@ function(karvel_finish_program target)
     OBJECT_DEPENDS "${icons}/window.ico;${icons}/normal.ico;${icons}/failure.ico;${CMAKE_SOURCE_DIR}/src/platform/windows/karvel.manifest")
   target_sources(${target} PRIVATE ${script})
   set_target_properties(${target} PROPERTIES WIN32_EXECUTABLE ON)
-  target_link_options(${target} PRIVATE -s)
+  # Sections at whole pages of the file are mapped by Wine, as they are by Windows, and not copied.
+  target_link_options(${target} PRIVATE -s -Wl,--file-alignment,4096)
 endfunction()
