@@ -10,7 +10,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tests" / "e2e"))
 
-from filled_shop import filled_shop
+from filled_shop import filled_shop  # noqa: E402
 from screen_case import ScreenTest  # noqa: E402
 
 BARE = os.environ["KARVEL_BARE_DESKTOP"]

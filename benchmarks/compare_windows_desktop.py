@@ -17,7 +17,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tests" / "windows"))
 
-from filled_shop import filled_shop
+from filled_shop import filled_shop  # noqa: E402
 from windows_case import OnWindows  # noqa: E402
 from windows_machine import WINE_RUN  # noqa: E402
 
