@@ -109,11 +109,13 @@ class Screen:
         return titled
 
     def wait_for_window(self, title):
-        """Waits until the window is there and takes keys."""
-        def active():
+        """Waits until the window is there and has the keyboard, which its program may take later
+        than the window manager calls it the active one."""
+        def ready():
             number = self.windows().get(title)
-            return number and int(self.ask("xdotool", "getactivewindow") or 0) == int(number, 16)
-        self.wait_until(active, f"window {title!r}")
+            return number and all(int(self.ask("xdotool", question) or 0) == int(number, 16)
+                                  for question in ("getactivewindow", "getwindowfocus"))
+        self.wait_until(ready, f"window {title!r}")
         return FormWindow(self, self.windows()[title])
 
     def wait_for_no_window(self):
