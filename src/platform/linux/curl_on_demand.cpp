@@ -5,9 +5,9 @@
 #include <curl/curl.h>
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <cstdarg>
-#include <cstdio>
-#include <cstdlib>
+#include <iterator>
 
 // Macros that check types where they are called.
 #undef curl_easy_setopt
@@ -23,21 +23,27 @@ void* library() {
   return handle;
 }
 
-/// Called behind a successful curl_global_init() only, so the library is there; one without a
-/// function of its own interface cannot be gone on with.
-void* function(const char* name) {
-  void* const found = dlsym(library(), name);
-  if (found == nullptr) {
-    std::fprintf(stderr, "karvel: %s\n", dlerror());
-    std::abort();
-  }
-  return found;
+/// All that stand in here.
+constexpr const char* kFunctions[] = {
+    "curl_global_init",    "curl_global_cleanup",   "curl_easy_init",
+    "curl_easy_reset",     "curl_easy_cleanup",     "curl_easy_setopt",
+    "curl_easy_getinfo",   "curl_multi_init",       "curl_multi_cleanup",
+    "curl_multi_poll",     "curl_multi_add_handle", "curl_multi_remove_handle",
+    "curl_multi_perform",  "curl_multi_info_read",  "curl_slist_append",
+    "curl_slist_free_all",
+};
+
+bool isUsable() {
+  return library() != nullptr &&
+         std::all_of(std::begin(kFunctions), std::end(kFunctions),
+                     [](const char* name) { return dlsym(library(), name) != nullptr; });
 }
 
-/// The library's own function of that name; the first argument tells its type.
+/// The library's own function of that name; the first argument tells its type. Nothing but
+/// curl_global_init() is called before that has found the library usable.
 template <typename Function>
 Function* loaded(Function* /*standIn*/, const char* name) {
-  return reinterpret_cast<Function*>(function(name));
+  return reinterpret_cast<Function*>(dlsym(library(), name));
 }
 
 }  // namespace
@@ -45,7 +51,7 @@ Function* loaded(Function* /*standIn*/, const char* name) {
 extern "C" {
 
 CURLcode curl_global_init(long flags) {
-  if (library() == nullptr) return CURLE_FAILED_INIT;
+  if (!isUsable()) return CURLE_FAILED_INIT;
   return loaded(&curl_global_init, "curl_global_init")(flags);
 }
 
@@ -103,6 +109,8 @@ void curl_slist_free_all(curl_slist* list) {
 }
 
 // Whatever stands behind the option (long, curl_off_t, pointer) is one machine word here.
+static_assert(sizeof(void*) == sizeof(long) && sizeof(void*) == sizeof(curl_off_t));
+
 CURLcode curl_easy_setopt(CURL* easy, CURLoption option, ...) {
   std::va_list list;
   va_start(list, option);
