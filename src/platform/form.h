@@ -20,7 +20,7 @@ enum class ControlKind : std::uint8_t {
   kButton,
   kOptionButton,  ///< exclusive among the controls of the same name
   kCheckBox,
-  kListBox,
+  kListBox,  ///< always hidden: it only holds values
   kFrame,  ///< an etched rectangle behind other controls
   kLine,   ///< an etched horizontal line
 };

@@ -38,6 +38,10 @@ enum class Difference {
   kListedNameEndsAtABlank,
   kListedSizeEndsAtTwoGibibytes,
   kFolderNameEndsAtAQuote,
+  // On its screen that nobody sees there is no input method.
+  kNoInputMethod,
+  // A menu that is told to end stays on the screen until its own loop has control again.
+  kMenuEndsLate,
 };
 
 bool differsHere(Difference difference);

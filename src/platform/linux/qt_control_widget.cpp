@@ -2,7 +2,6 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <utility>
@@ -68,22 +67,6 @@ class CheckWidget final : public QtControlWidget {
   QCheckBox box_;
 };
 
-class ListWidget final : public QtControlWidget {
- public:
-  ListWidget(Control& control, QWidget& parent) : QtControlWidget(control), list_(&parent) {}
-  QWidget& widget() override { return list_; }
-  void sync() override {
-    // A hidden list is a work list: thousands of entries come and go that nobody sees.
-    if (control().has(ControlRow::kHidden)) return;
-    list_.setEnabled(control().enabled());
-    list_.clear();
-    for (const std::string& item : control().items()) list_.addItem(toQt(item));
-  }
-
- private:
-  QListWidget list_;
-};
-
 }  // namespace
 
 void QtControlWidget::applyLook(const QWidget&) {
@@ -103,7 +86,6 @@ std::unique_ptr<QtControlWidget> makeQtControlWidget(Form& form, Control& contro
     case ControlKind::kCheckBox:
       return std::make_unique<CheckWidget>(control, parent);
     case ControlKind::kListBox:
-      return std::make_unique<ListWidget>(control, parent);
     case ControlKind::kFrame:
     case ControlKind::kLine:
       break;

@@ -48,11 +48,19 @@ int shiftMask(const QKeyEvent& event) {
   return mask;
 }
 
+/// Enter or Escape, sent once more because the key is held down.
+bool isRepeatedAnswer(const QKeyEvent& event) {
+  const int key = event.key();
+  return event.isAutoRepeat() &&
+         (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape);
+}
+
 }  // namespace
 
 QtFormWindow::QtFormWindow(Form& form, QWidget* owner)
     : QWidget(owner, windowFlagsOf(form, owner != nullptr)), form_(&form) {
   setObjectName(QString::fromUtf8(form.table().name));
+  installEventFilter(this);
   addControls();
   chainTabOrder();
   layOut();
@@ -62,6 +70,7 @@ QtFormWindow::~QtFormWindow() = default;
 
 void QtFormWindow::addControls() {
   for (const auto& control : form_->controls()) {
+    if (control->has(ControlRow::kHidden)) continue;
     const ControlRow& row = control->row();
     auto& group = optionGroups_[row.name];
     if (!group) group = std::make_unique<QButtonGroup>();
@@ -74,7 +83,6 @@ void QtFormWindow::addControls() {
     widget.setToolTip(QString::fromUtf8(row.toolTip));
     const std::string_view spoken = row.accessibleName;
     widget.setAccessibleName(QString::fromUtf8(spoken.empty() ? row.caption : row.accessibleName));
-    widget.setVisible(!control->has(ControlRow::kHidden));
     widget.installEventFilter(this);
     widgets_.back()->sync();
   }
@@ -215,10 +223,10 @@ void QtFormWindow::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (!event->isAutoRepeat()) pressFocusedOr(ControlRow::kDefaultButton);
+      pressFocusedOr(ControlRow::kDefaultButton);
       return;
     case Qt::Key_Escape:
-      if (!event->isAutoRepeat()) pressFocusedOr(ControlRow::kCancelButton);
+      pressFocusedOr(ControlRow::kCancelButton);
       return;
     default:
       QWidget::keyPressEvent(event);
@@ -232,6 +240,8 @@ bool QtFormWindow::eventFilter(QObject* watched, QEvent* event) {
   const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
   // A key that a control leaves alone is sent to the window next: it is one event all the same.
   if (key && watched == focusWidget()) previewKey(static_cast<const QKeyEvent&>(*event));
+  // One that is held down must not press a button again, nor the next window's one.
+  if (key && isRepeatedAnswer(static_cast<const QKeyEvent&>(*event))) return true;
   return QWidget::eventFilter(watched, event);
 }
 

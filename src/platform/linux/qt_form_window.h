@@ -15,7 +15,8 @@ class QButtonGroup;
 namespace karvel {
 
 /// The window of a form, built from its table. It is hidden until syncForm() finds the form
-/// visible. The form must live until detach().
+/// visible. A hidden control has no widget: it holds values and is never seen. The form must live
+/// until detach().
 class QtFormWindow final : public QWidget {
  public:
   /// `owner` is the window that a dialog stands above, or nullptr.

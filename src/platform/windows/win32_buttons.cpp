@@ -1,8 +1,8 @@
 #include "platform/windows/win32_buttons.h"
 
 #include <algorithm>
-#include <string_view>
 
+#include "platform/windows/win32_control_order.h"
 #include "platform/windows/win32_text.h"
 
 namespace karvel {
@@ -57,7 +57,7 @@ bool Win32OptionButton::isTabStop() const {
   if (tabStopOf(control()) == 0) return false;
   if (control().selected()) return true;
   return std::none_of(form_.controls().begin(), form_.controls().end(), [&](const auto& other) {
-    return other->selected() && std::string_view(other->row().name) == control().row().name;
+    return other->selected() && excludeEachOther(*other, control());
   });
 }
 

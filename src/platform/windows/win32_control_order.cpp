@@ -38,12 +38,18 @@ std::vector<Control*> inStackingOrder(const Form& form) {
   return ordered;
 }
 
+bool excludeEachOther(const Control& left, const Control& right) {
+  const auto option = ControlKind::kOptionButton;
+  return left.row().kind == option && right.row().kind == option &&
+         std::string_view(left.row().name) == right.row().name;
+}
+
 Control* neighbouringOption(const Form& form, const Control& option, int step) {
   if (option.row().kind != ControlKind::kOptionButton) return nullptr;
   std::vector<Control*> options;
   for (const auto& control : form.controls()) {
-    const bool sameName = std::string_view(control->row().name) == option.row().name;
-    if (sameName && (control->enabled() || control.get() == &option)) {
+    if (!excludeEachOther(*control, option)) continue;
+    if (control->enabled() || control.get() == &option) {
       options.push_back(control.get());
     }
   }

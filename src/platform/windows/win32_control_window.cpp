@@ -5,7 +5,6 @@
 #include "platform/windows/wide_text.h"
 #include "platform/windows/win32_buttons.h"
 #include "platform/windows/win32_label.h"
-#include "platform/windows/win32_list.h"
 #include "platform/windows/win32_look.h"
 #include "platform/windows/win32_text_field.h"
 
@@ -58,7 +57,6 @@ std::unique_ptr<Win32ControlWindow> makeControlWindow(Form& form, Control& contr
     case ControlKind::kCheckBox:
       return std::make_unique<Win32CheckBox>(control, parent, id);
     case ControlKind::kListBox:
-      return std::make_unique<Win32List>(control, parent, id);
     case ControlKind::kFrame:
     case ControlKind::kLine:
       break;

@@ -170,6 +170,7 @@ void Win32Desktop::run() {
 void Win32Desktop::quit() {
   quitting_ = true;
   PostQuitMessage(0);
+  EndMenu();
 }
 
 void Win32Desktop::runWhile(const std::function<bool()>& wanted) {

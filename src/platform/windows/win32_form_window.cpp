@@ -133,7 +133,10 @@ void Win32FormWindow::controlChanged(Control& control) {
   Win32ControlWindow* window = find(control);
   if (window == nullptr) return;
   const bool focused = GetFocus() == window->handle();
-  window->sync();
+  for (const auto& other : controls_) {
+    // Which option the keyboard reaches depends on the others.
+    if (other.get() == window || excludeEachOther(other->control(), control)) other->sync();
+  }
   toolTips_->set(window->handle(), window->toolTip());
   if (focused && !control.enabled()) keepFocusOf(window->handle());
   // A run keeps the message loop waiting; what it reports is seen all the same.
@@ -248,7 +251,14 @@ void Win32FormWindow::applyWindowState() {
 void Win32FormWindow::showInFront() {
   ShowWindow(handle_, SW_SHOWNORMAL);
   SetForegroundWindow(handle_);
-  if (IsChild(handle_, GetFocus()) == FALSE) SetFocus(GetNextDlgTabItem(handle_, nullptr, FALSE));
+  // Whoever has the focus: the system may have moved it, without the default button's look.
+  const HWND focused = GetFocus();
+  focus(IsChild(handle_, focused) != FALSE ? focused : GetNextDlgTabItem(handle_, nullptr, FALSE));
+}
+
+/// By way of the dialog, which moves the default button's look along with the focus.
+void Win32FormWindow::focus(HWND child) const {
+  SendMessageW(handle_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(child), TRUE);
 }
 
 bool Win32FormWindow::moveWithinOptions(const MSG& message) {
@@ -257,7 +267,7 @@ bool Win32FormWindow::moveWithinOptions(const MSG& message) {
   if (from == nullptr) return false;
   Control* option = neighbouringOption(form_, from->control(), step);
   if (option == nullptr) return false;
-  SetFocus(find(*option)->handle());
+  focus(find(*option)->handle());
   if (!option->selected()) option->select();
   return true;
 }
@@ -275,7 +285,7 @@ void Win32FormWindow::mendFocus() {
   const bool lost = focused == nullptr || focused == handle_ || focused == wanted;
   if (wanted == nullptr || !lost || GetActiveWindow() != handle_) return;
   const bool usable = IsWindowEnabled(wanted) != FALSE;
-  SetFocus(usable ? wanted : GetNextDlgTabItem(handle_, wanted, FALSE));
+  focus(usable ? wanted : GetNextDlgTabItem(handle_, wanted, FALSE));
 }
 
 Win32ControlWindow* Win32FormWindow::find(const Control& control) const {

@@ -51,6 +51,7 @@ class Win32FormWindow final : public FormView {
   void showInFront();
   void setIcons(Win32Icon small, Win32Icon big);
 
+  void focus(HWND child) const;
   bool moveWithinOptions(const MSG& message);
   void keepFocusOf(HWND disabled);
   void mendFocus();

@@ -30,7 +30,7 @@ void Win32Label::sync() {
 
 void Win32Label::applyLook(const Win32Look& look) {
   look_ = &look;
-  Win32ControlWindow::applyLook(look);
+  SendMessageW(handle(), WM_SETFONT, reinterpret_cast<WPARAM>(font()), TRUE);
 }
 
 void Win32Label::draw(const DRAWITEMSTRUCT& item) {

@@ -1,5 +1,7 @@
 #include "platform/windows/win32_text.h"
 
+#include <algorithm>
+
 #include "platform/windows/wide_text.h"
 
 namespace karvel {
@@ -18,6 +20,11 @@ std::wstring literalCaption(const std::string& caption) {
     doubled.push_back(unit);
   }
   return doubled;
+}
+
+std::size_t characterCount(const std::wstring& text) {
+  return static_cast<std::size_t>(std::count_if(
+      text.begin(), text.end(), [](wchar_t unit) { return !IS_LOW_SURROGATE(unit); }));
 }
 
 std::size_t utf16Index(const std::wstring& text, std::size_t characters) {

@@ -17,9 +17,14 @@ namespace {
 constexpr UINT_PTR kSubclass = 1;
 constexpr wchar_t kFirstPrintable = L' ';
 
-DWORD styleOf(const Control& control) {
+HWND createField(const Control& control, HWND parent, WORD id) {
+  // Readers of the screen call a field what the text right before it says, shown or not.
+  const HWND name = createChild(L"STATIC", SS_NOPREFIX, 0, parent, 0);
+  SetWindowTextW(name, toWide(control.row().accessibleName).c_str());
+  ShowWindow(name, SW_HIDE);
   const DWORD password = control.has(ControlRow::kPassword) ? ES_PASSWORD : 0;
-  return ES_LEFT | ES_AUTOHSCROLL | password | tabStopOf(control);
+  return createChild(L"EDIT", ES_LEFT | ES_AUTOHSCROLL | password | tabStopOf(control),
+                     WS_EX_CLIENTEDGE, parent, id);
 }
 
 /// Also the separators that other programs use for line ends.
@@ -45,11 +50,9 @@ std::optional<std::wstring> clipboardText(HWND reader) {
 }  // namespace
 
 Win32TextField::Win32TextField(Form& form, Control& control, HWND parent, WORD id)
-    : Win32ControlWindow(control,
-                         createChild(L"EDIT", styleOf(control), WS_EX_CLIENTEDGE, parent, id)),
-      form_(form) {
+    : Win32ControlWindow(control, createField(control, parent, id)), form_(form) {
   if (control.has(ControlRow::kPassword)) SendMessageW(handle(), EM_SETPASSWORDCHAR, L'*', 0);
-  SendMessageW(handle(), EM_LIMITTEXT, static_cast<WPARAM>(control.row().maxLength), 0);
+  SendMessageW(handle(), EM_LIMITTEXT, 0, 0);  // it would count UTF-16 units
   if (control.row().inputMethod == InputMethod::kOff) ImmAssociateContext(handle(), nullptr);
   SetWindowSubclass(handle(), &subclassProc, kSubclass, reinterpret_cast<DWORD_PTR>(this));
 }
@@ -85,9 +88,9 @@ LRESULT Win32TextField::pass(UINT message, WPARAM first, LPARAM second) const {
 LRESULT Win32TextField::handleMessage(UINT message, WPARAM first, LPARAM second) {
   switch (message) {
     case WM_CHAR:
-      return discards(first) ? 0 : pass(message, first, second);
+      return type(first, second);
     case WM_PASTE:
-      paste();
+      if (const auto text = clipboardText(handle())) insert(*text);
       return 0;
     case WM_KILLFOCUS:
       keptFocus_ = IsChild(GetParent(handle()), reinterpret_cast<HWND>(first)) == FALSE;
@@ -111,43 +114,49 @@ LRESULT Win32TextField::handleMessage(UINT message, WPARAM first, LPARAM second)
   }
 }
 
-bool Win32TextField::discards(WPARAM typed) const {
-  // Editing keys arrive as control characters; half of a pair is no digit anyway.
-  const auto character = static_cast<char32_t>(typed);
-  return character >= kFirstPrintable && !form_.acceptsKey(control(), character);
+LRESULT Win32TextField::type(WPARAM typed, LPARAM repeats) {
+  const auto unit = static_cast<wchar_t>(typed);
+  const wchar_t first = std::exchange(firstOfPair_, L'\0');
+  // Editing keys arrive as control characters.
+  if (unit < kFirstPrintable) return pass(WM_CHAR, typed, repeats);
+  if (IS_HIGH_SURROGATE(unit)) {
+    firstOfPair_ = unit;
+  } else if (IS_SURROGATE_PAIR(first, unit)) {
+    insert({first, unit});  // at once: half a character is no text
+  } else if (!accepted({unit}).empty()) {
+    return pass(WM_CHAR, typed, repeats);
+  }
+  return 0;
 }
 
-void Win32TextField::paste() {
-  const auto text = clipboardText(handle());
-  if (!text) return;
-  const std::wstring kept = accepted(*text);
+void Win32TextField::insert(const std::wstring& text) {
+  const std::wstring kept = accepted(text);
+  if (kept.empty()) return;
   SendMessageW(handle(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(kept.c_str()));
 }
 
 /// What of the text may take the place of the selection.
 std::wstring Win32TextField::accepted(const std::wstring& text) const {
-  DWORD start = 0;
-  DWORD end = 0;
-  SendMessageW(handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-               reinterpret_cast<LPARAM>(&end));
-  const auto staying = windowText(handle()).size() - (end - start);
-  const auto limit = static_cast<std::size_t>(control().row().maxLength);
-  std::size_t room = std::numeric_limits<std::size_t>::max();
-  if (limit > 0) room = limit - std::min(limit, staying);
-
+  std::size_t room = roomBesidesSelection();
   std::wstring kept;
-  for (std::size_t i = 0; i < text.size();) {
+  for (std::size_t i = 0; i < text.size() && room > 0;) {
     const std::size_t units = utf16Index(text.substr(i, 2), 1);
     const char32_t character = units == 2 ? 0x10000U : text[i];  // a pair is no digit, no control
-    const bool wanted = !breaksTheLine(character) && form_.acceptsKey(control(), character);
-    if (wanted && units > room) break;
-    if (wanted) {
+    if (!breaksTheLine(character) && form_.acceptsKey(control(), character)) {
       kept.append(text, i, units);
-      room -= units;
+      --room;
     }
     i += units;
   }
   return kept;
+}
+
+std::size_t Win32TextField::roomBesidesSelection() const {
+  const auto limit = static_cast<std::size_t>(control().row().maxLength);
+  if (limit == 0) return std::numeric_limits<std::size_t>::max();
+  const auto [start, end] = selection();
+  const std::size_t staying = characterCount(windowText(handle()).erase(start, end - start));
+  return limit - std::min(limit, staying);
 }
 
 void Win32TextField::receiveFocus() {
@@ -173,7 +182,8 @@ void Win32TextField::prepareInputMethod() const {
 /// The click that brings the focus places the caret; what was selected at that moment comes back
 /// unless the user has selected something with the mouse.
 void Win32TextField::finishClick() {
-  if (!std::exchange(focusedByClick_, false) || hasSelection()) return;
+  const auto [start, end] = selection();
+  if (!std::exchange(focusedByClick_, false) || start != end) return;
   select(selectionStart_, selectionLength_);
 }
 
@@ -193,9 +203,12 @@ void Win32TextField::select(std::size_t start, std::size_t length) const {
                static_cast<LPARAM>(utf16Index(text, start + length)));
 }
 
-bool Win32TextField::hasSelection() const {
-  const auto ends = static_cast<DWORD>(SendMessageW(handle(), EM_GETSEL, 0, 0));
-  return LOWORD(ends) != HIWORD(ends);
+std::pair<DWORD, DWORD> Win32TextField::selection() const {
+  DWORD start = 0;
+  DWORD end = 0;
+  SendMessageW(handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+               reinterpret_cast<LPARAM>(&end));
+  return {start, end};
 }
 
 }  // namespace karvel

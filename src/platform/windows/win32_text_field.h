@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "platform/windows/win32_control_window.h"
 
@@ -21,17 +22,22 @@ class Win32TextField final : public Win32ControlWindow {
   LRESULT handleMessage(UINT message, WPARAM first, LPARAM second);
   [[nodiscard]] LRESULT pass(UINT message, WPARAM first, LPARAM second) const;
 
-  [[nodiscard]] bool discards(WPARAM typed) const;
-  void paste();
+  /// Takes a WM_CHAR.
+  LRESULT type(WPARAM typed, LPARAM repeats);
+  void insert(const std::wstring& text);
   [[nodiscard]] std::wstring accepted(const std::wstring& text) const;
+  /// In characters.
+  [[nodiscard]] std::size_t roomBesidesSelection() const;
   void receiveFocus();
   void prepareInputMethod() const;
   void finishClick();
   void syncSelection();
   void select(std::size_t start, std::size_t length) const;
-  [[nodiscard]] bool hasSelection() const;
+  /// Where it starts and ends, in UTF-16 units.
+  [[nodiscard]] std::pair<DWORD, DWORD> selection() const;
 
   Form& form_;
+  wchar_t firstOfPair_ = L'\0';  ///< typed, of a character that UTF-16 has as two units
   bool syncing_ = false;
   bool keptFocus_ = false;  ///< while another window was in front or a menu was open
   bool focusedByClick_ = false;

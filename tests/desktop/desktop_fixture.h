@@ -1,0 +1,50 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "desktop/desktop_user.h"
+#include "desktop/sample_form.h"
+
+namespace karvel {
+
+/// A desktop of its own for each test, and someone who uses it.
+class DesktopTest : public ::testing::Test {
+ protected:
+  void TearDown() override {
+    for (Form* form : shown_) desktop_->release(*form);
+  }
+
+  void show(Form& form) {
+    shown_.push_back(&form);
+    desktop_->bind(form);
+    form.setVisible(true);
+    desktop_->processPendingMessages();
+  }
+
+  Widget widget(const char* name, int index = ControlRow::kNoIndex) const {
+    return User::widget(form_, form_.control(name, index));
+  }
+  Widget window() const { return User::window(form_); }
+
+  void wait(std::chrono::milliseconds duration) {
+    const auto end = std::chrono::steady_clock::now() + duration;
+    while (std::chrono::steady_clock::now() < end) {
+      desktop_->processPendingMessages();
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+  }
+
+  const std::unique_ptr<Desktop> desktop_ = makeDesktop();
+  User user_{*desktop_};
+  Form form_{kSampleTable};
+
+ private:
+  std::vector<Form*> shown_;
+};
+
+}  // namespace karvel

@@ -1,0 +1,383 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <map>
+#include <utility>
+
+#include "desktop/desktop_user.h"
+#include "platform/windows/wide_text.h"
+#include "platform/windows/win32_control_order.h"
+#include "platform/windows/win32_desktop.h"
+#include "platform/windows/win32_gdi.h"
+#include "platform/windows/win32_text.h"
+
+namespace karvel {
+namespace {
+
+constexpr int kUsualDpi = 96;
+constexpr const wchar_t* kDialog = L"#32770";
+
+HWND win(Widget widget) {
+  return reinterpret_cast<HWND>(widget);
+}
+
+Widget handle(HWND window) {
+  return reinterpret_cast<Widget>(window);
+}
+
+DWORD style(HWND window) {
+  return static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
+}
+
+bool isOfClass(HWND window, const wchar_t* name) {
+  std::array<wchar_t, 64> found{};
+  GetClassNameW(window, found.data(), static_cast<int>(found.size()));
+  return lstrcmpiW(found.data(), name) == 0;
+}
+
+BOOL CALLBACK collect(HWND window, LPARAM found) {
+  reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
+  return TRUE;
+}
+
+/// The windows of this program that no other window contains.
+std::vector<HWND> ownWindows() {
+  std::vector<HWND> windows;
+  EnumThreadWindows(GetCurrentThreadId(), &collect, reinterpret_cast<LPARAM>(&windows));
+  return windows;
+}
+
+/// From the front to the back.
+std::vector<HWND> children(HWND parent) {
+  std::vector<HWND> windows;
+  EnumChildWindows(parent, &collect, reinterpret_cast<LPARAM>(&windows));
+  return windows;
+}
+
+std::wstring withoutMnemonics(const std::wstring& caption) {
+  std::wstring shown;
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    if (caption[i] == L'&' && ++i == caption.size()) break;
+    shown.push_back(caption[i]);
+  }
+  return shown;
+}
+
+void input(const KEYBDINPUT& key) {
+  INPUT event{};
+  event.type = INPUT_KEYBOARD;
+  event.ki = key;
+  SendInput(1, &event, sizeof event);
+}
+
+void input(Key wanted, DWORD flags) {
+  static const std::map<Key, std::pair<WORD, DWORD>> codes{
+      {Key::kShift, {VK_SHIFT, 0}},
+      {Key::kControl, {VK_CONTROL, 0}},
+      {Key::kAlt, {VK_MENU, 0}},
+      {Key::kA, {'A', 0}},
+      {Key::kC, {'C', 0}},
+      {Key::kV, {'V', 0}},
+      {Key::kF5, {VK_F5, 0}},
+      {Key::kTab, {VK_TAB, 0}},
+      {Key::kBackspace, {VK_BACK, 0}},
+      {Key::kSpace, {VK_SPACE, 0}},
+      {Key::kEnter, {VK_RETURN, 0}},
+      {Key::kKeypadEnter, {VK_RETURN, KEYEVENTF_EXTENDEDKEY}},
+      {Key::kEscape, {VK_ESCAPE, 0}},
+      {Key::kUp, {VK_UP, KEYEVENTF_EXTENDEDKEY}},
+      {Key::kDown, {VK_DOWN, KEYEVENTF_EXTENDEDKEY}},
+  };
+  const auto [code, extended] = codes.at(wanted);
+  const auto scanCode = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
+  input(KEYBDINPUT{code, scanCode, flags | extended, 0, 0});
+}
+
+Size textSize(HWND window, const std::wstring& text) {
+  const SelectedDc dc(window, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+  SIZE extent{};
+  GetTextExtentPoint32W(dc.get(), text.c_str(), static_cast<int>(text.size()), &extent);
+  return {static_cast<int>(extent.cx), static_cast<int>(extent.cy)};
+}
+
+int wrappedHeight(HWND label) {
+  const SelectedDc dc(label, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
+  RECT area{};
+  GetClientRect(label, &area);
+  const std::wstring text = windowText(label);
+  return DrawTextW(dc.get(), text.c_str(), static_cast<int>(text.size()), &area,
+                   DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL | DT_CALCRECT);
+}
+
+std::map<UINT_PTR, std::function<void()>>& actions() {
+  static std::map<UINT_PTR, std::function<void()>> waiting;
+  return waiting;
+}
+
+void CALLBACK runAction(HWND, UINT, UINT_PTR timer, DWORD) {
+  KillTimer(nullptr, timer);
+  if (const auto action = actions().extract(timer)) action.mapped()();
+}
+
+LRESULT CALLBACK countPaints(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
+                             DWORD_PTR paints) {
+  if (message == WM_PAINT) ++*reinterpret_cast<int*>(paints);
+  return DefSubclassProc(window, message, first, second);
+}
+
+}  // namespace
+
+std::unique_ptr<Desktop> makeDesktop() {
+  // The thread remembers that an earlier desktop has quit.
+  for (MSG message{}; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE;) {
+  }
+  return std::make_unique<Win32Desktop>();
+}
+
+Widget User::window(const Form& form) {
+  return handle(FindWindowW(kDialog, toWide(form.caption()).c_str()));
+}
+
+Widget User::widget(const Form& form, const Control& wanted) {
+  std::vector<HWND> windows = children(win(window(form)));
+  std::erase_if(windows, [](HWND child) { return (style(child) & WS_VISIBLE) == 0; });
+  std::vector<Control*> controls = inStackingOrder(form);
+  std::erase_if(controls, [](Control* control) { return control->has(ControlRow::kHidden); });
+  const auto found = std::find(controls.begin(), controls.end(), &wanted);
+  if (found == controls.end()) return nullptr;
+  return handle(windows.at(static_cast<std::size_t>(found - controls.begin())));
+}
+
+void User::hold(Key key) {
+  input(key, 0);
+  settle();
+}
+
+void User::release(Key key) {
+  input(key, KEYEVENTF_KEYUP);
+  settle();
+}
+
+void User::type(const std::string& text) {
+  for (const wchar_t unit : toWide(text)) {
+    for (const DWORD flags : {0, KEYEVENTF_KEYUP}) {
+      input(KEYBDINPUT{0, static_cast<WORD>(unit), KEYEVENTF_UNICODE | flags, 0, 0});
+    }
+  }
+  settle();
+}
+
+void User::click(Widget widget) {
+  // Of a disabled one the mouse tells the window behind it.
+  if (!isEnabled(widget)) return;
+  RECT inside{};
+  GetClientRect(win(widget), &inside);
+  const LPARAM point = MAKELPARAM(8, inside.bottom / 2);
+  PostMessageW(win(widget), WM_LBUTTONDOWN, MK_LBUTTON, point);
+  PostMessageW(win(widget), WM_LBUTTONUP, 0, point);
+  settle();
+}
+
+void User::focus(Widget widget) {
+  SendMessageW(GetAncestor(win(widget), GA_ROOT), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(widget),
+               TRUE);
+  settle();
+}
+
+void User::putOnClipboard(const std::string& text) {
+  const std::wstring wide = toWide(text);
+  const std::size_t size = (wide.size() + 1) * sizeof(wchar_t);
+  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
+  std::memcpy(GlobalLock(memory), wide.c_str(), size);
+  GlobalUnlock(memory);
+  OpenClipboard(nullptr);
+  EmptyClipboard();
+  SetClipboardData(CF_UNICODETEXT, memory);  // which takes it over
+  CloseClipboard();
+}
+
+std::string User::clipboard() {
+  OpenClipboard(nullptr);
+  const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+  const auto* text = data == nullptr ? nullptr : static_cast<const wchar_t*>(GlobalLock(data));
+  std::string found = text == nullptr ? "" : fromWide(text);
+  GlobalUnlock(data);
+  CloseClipboard();
+  return found;
+}
+
+void User::useCloseBox(Widget window) {
+  PostMessageW(win(window), WM_SYSCOMMAND, SC_CLOSE, 0);
+  settle();
+}
+
+void User::minimize(Widget window) {
+  PostMessageW(win(window), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+  settle();
+}
+
+/// The window is moved to a monitor of another resolution.
+void User::setTextSize(double factor) {
+  if (factor == std::exchange(textSize_, factor)) return;
+  const auto dpi = static_cast<WORD>(kUsualDpi * factor);
+  for (const HWND window : ownWindows()) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    if (isOfClass(window, kDialog)) {
+      SendMessageW(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+    }
+  }
+  settle();
+}
+
+void User::endSession() {
+  for (const HWND window : ownWindows()) SendMessageW(window, WM_ENDSESSION, TRUE, 0);
+}
+
+void User::soon(std::function<void()> action) {
+  actions()[SetTimer(nullptr, 0, USER_TIMER_MINIMUM, &runAction)] =
+      [this, action = std::move(action)] { doInside(action); };
+}
+
+std::string User::text(Widget widget) {
+  const std::wstring text = windowText(win(widget));
+  if (isOfClass(win(widget), L"BUTTON")) return fromWide(withoutMnemonics(text));
+  const auto shown = static_cast<char>(SendMessageW(win(widget), EM_GETPASSWORDCHAR, 0, 0));
+  const bool secret = isOfClass(win(widget), L"EDIT") && shown != 0;
+  return secret ? std::string(text.size(), shown) : fromWide(text);
+}
+
+std::string User::selectedText(Widget field) {
+  DWORD start = 0;
+  DWORD end = 0;
+  SendMessageW(win(field), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+               reinterpret_cast<LPARAM>(&end));
+  return fromWide(windowText(win(field)).substr(start, end - start));
+}
+
+bool User::isShown(Widget widget) {
+  return IsWindowVisible(win(widget)) != FALSE;
+}
+
+bool User::isEnabled(Widget widget) {
+  return IsWindowEnabled(win(widget)) != FALSE;
+}
+
+bool User::isChecked(Widget option) {
+  return SendMessageW(win(option), BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+bool User::looksDefault(Widget button) {
+  return (style(win(button)) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+}
+
+bool User::takesInputMethod(Widget field) {
+  const HIMC context = ImmGetContext(win(field));
+  ImmReleaseContext(win(field), context);
+  return context != nullptr;
+}
+
+std::string User::toolTip(Widget widget) {
+  const HWND root = GetAncestor(win(widget), GA_ROOT);
+  for (const HWND tips : ownWindows()) {
+    if (!isOfClass(tips, TOOLTIPS_CLASSW) || GetWindow(tips, GW_OWNER) != root) continue;
+    std::array<wchar_t, 1024> text{};
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_IDISHWND;
+    tool.hwnd = root;
+    tool.uId = reinterpret_cast<std::uintptr_t>(win(widget));
+    tool.lpszText = text.data();
+    SendMessageW(tips, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
+    return fromWide(text.data());
+  }
+  return {};
+}
+
+std::string User::spokenName(Widget field) {
+  // Readers of the screen take the text that stands right before a field, shown or not.
+  const HWND before = GetWindow(win(field), GW_HWNDPREV);
+  return isOfClass(before, L"STATIC") ? fromWide(windowText(before)) : "";
+}
+
+Widget User::focused() {
+  return handle(GetFocus());
+}
+
+WindowLook User::look(Widget window) {
+  const HWND seen = win(window);
+  const auto extended = static_cast<DWORD>(GetWindowLongPtrW(seen, GWL_EXSTYLE));
+  return {.minimized = IsIconic(seen) != FALSE,
+          .onTop = (extended & WS_EX_TOPMOST) != 0,
+          .blocked = IsWindowEnabled(seen) == FALSE,
+          .canBeMinimized = (style(seen) & WS_MINIMIZEBOX) != 0,
+          .canBeResized = (style(seen) & (WS_THICKFRAME | WS_MAXIMIZEBOX)) != 0};
+}
+
+Place User::place(Widget widget) {
+  RECT place{};
+  const HWND root = GetAncestor(win(widget), GA_ROOT);
+  if (win(widget) == root) {
+    GetClientRect(root, &place);
+  } else {
+    GetWindowRect(win(widget), &place);
+    MapWindowPoints(nullptr, root, reinterpret_cast<POINT*>(&place), 2);
+  }
+  return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
+          static_cast<int>(place.bottom)};
+}
+
+Size User::needed(Widget widget) {
+  if (isOfClass(win(widget), L"STATIC")) {
+    const bool etched = (style(win(widget)) & SS_TYPEMASK) >= SS_ETCHEDHORZ;
+    return {0, etched ? 0 : wrappedHeight(win(widget))};
+  }
+  const Size letters = textSize(win(widget), L"mm");
+  if (!isOfClass(win(widget), L"BUTTON")) return {0, letters.height + 4};
+  const Size caption = textSize(win(widget), withoutMnemonics(windowText(win(widget))));
+  // A push button has a frame, the others have a box in front.
+  return {caption.width + letters.width, caption.height};
+}
+
+std::optional<Message> User::message() {
+  const HWND box = GetForegroundWindow();
+  Message message{fromWide(windowText(box)), "", false};
+  for (const HWND child : children(box)) {
+    if (!isOfClass(child, L"STATIC")) continue;
+    if ((style(child) & SS_TYPEMASK) != SS_ICON) {
+      message.text = fromWide(windowText(child));
+      continue;
+    }
+    const auto icon = reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0));
+    message.critical = icon == LoadIconW(nullptr, IDI_HAND);
+  }
+  return message;
+}
+
+std::vector<MenuLine> User::menu() {
+  std::vector<MenuLine> lines;
+  constexpr UINT kGetMenu = 0x01E1;
+  const HWND window = FindWindowW(L"#32768", nullptr);
+  if (window == nullptr || IsWindowVisible(window) == FALSE) return lines;
+  const auto menu = reinterpret_cast<HMENU>(SendMessageW(window, kGetMenu, 0, 0));
+  for (UINT i = 0; i < static_cast<UINT>(GetMenuItemCount(menu)); ++i) {
+    std::array<wchar_t, 64> text{};
+    GetMenuStringW(menu, static_cast<int>(i), text.data(), static_cast<int>(text.size()),
+                   MF_BYPOSITION);
+    const UINT state = GetMenuState(menu, i, MF_BYPOSITION);
+    const bool separator = (state & MF_SEPARATOR) != 0;
+    lines.push_back({separator ? "-" : fromWide(withoutMnemonics(text.data())),
+                     separator || (state & MF_GRAYED) == 0});
+  }
+  return lines;
+}
+
+void User::watchPainting(Widget widget) {
+  SetWindowSubclass(win(widget), &countPaints, 1, reinterpret_cast<DWORD_PTR>(&paints_));
+}
+
+}  // namespace karvel
