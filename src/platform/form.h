@@ -21,8 +21,8 @@ enum class ControlKind : std::uint8_t {
   kOptionButton,  ///< exclusive among the controls of the same name
   kCheckBox,
   kListBox,  ///< always hidden: it only holds values
-  kFrame,  ///< an etched rectangle behind other controls
-  kLine,   ///< an etched horizontal line
+  kFrame,    ///< an etched rectangle behind other controls
+  kLine,     ///< an etched horizontal line
 };
 
 /// Dialog units: a quarter of the font's average character width across, an eighth of its height
