@@ -32,6 +32,15 @@ TEST_F(Modal, ReturnsWhenTheCloseBoxIsUsed) {
   EXPECT_TRUE(form_.closed());
 }
 
+TEST_F(Modal, AnOwnerThatIsMinimisedUnderItsDialogIsNotGone) {
+  user_.soon([&] {
+    user_.minimize(User::window(owner_));
+    user_.soon([&] { form_.markClosed(); });
+  });
+  desktop_->showModal(form_, owner_);
+  EXPECT_EQ(owner_.windowState(), WindowState::kNormal);
+}
+
 TEST_F(Modal, StaysOnTopWhenTheFormSaysSo) {
   form_.setTopmost(true);
   bool onTop = false;

@@ -179,7 +179,10 @@ void Win32FormWindow::changeResolution(UINT dpi, const RECT& suggested) {
 
 void Win32FormWindow::reportState() {
   if (!form_.visible() || IsWindowVisible(handle_) == FALSE) return;
-  form_.setWindowState(IsIconic(handle_) != FALSE ? WindowState::kMinimized : WindowState::kNormal);
+  const bool iconic = IsIconic(handle_) != FALSE;
+  // Whoever has opened a dialog above the window must answer that one first.
+  if (iconic && IsWindowEnabled(handle_) == FALSE) return;
+  form_.setWindowState(iconic ? WindowState::kMinimized : WindowState::kNormal);
 }
 
 void Win32FormWindow::addControls() {
