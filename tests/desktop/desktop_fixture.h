@@ -15,6 +15,8 @@ namespace karvel {
 /// A desktop of its own for each test, and someone who uses it.
 class DesktopTest : public ::testing::Test {
  protected:
+  // Without one, forms stay data and what waits for the user would wait for ever.
+  void SetUp() override { ASSERT_TRUE(desktop_->hasDisplay()); }
   void TearDown() override {
     for (Form* form : shown_) desktop_->release(*form);
   }
