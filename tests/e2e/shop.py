@@ -22,8 +22,8 @@ SHOP_INFO = "1200345.inf"
 # File permissions do not bind a super user, so the program runs as somebody else then.
 ORDINARY_USER = 65534 if os.geteuid() == 0 else None
 
-START_SECONDS = 40
-END_SECONDS = 40
+START_SECONDS = 90
+END_SECONDS = 120
 
 
 class ShopTest(unittest.TestCase):
