@@ -145,6 +145,13 @@ Function chooseAutoStart
   ${EndIf}
 FunctionEnd
 
+; An installation that fails half-way leaves the shop with a program that runs, as before.
+Function .onInstFailed
+  ${If} $wasRunning = 1
+    Exec '"$INSTDIR\karvel.exe"'
+  ${EndIf}
+FunctionEnd
+
 ; A resident program is asked through its settings; a second one would end at once.
 Function openSettings
   ${If} $wasRunning = 1

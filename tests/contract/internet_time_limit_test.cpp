@@ -139,20 +139,9 @@ TEST_F(InternetTimeLimits, AnActiveConnectionMayComeLateButNotTooLate) {
 }
 
 TEST_F(InternetTimeLimits, ServersThatSpeakNoFtp) {
-  const struct {
-    const char* name;
-    FtpFault fault;
-  } cases[] = {
-      {"HTTP", FtpFault::replaceReply("HTTP/1.1 400 Bad Request\r\nConnection: close\r\n\r\n")},
-      {"TLS", FtpFault::replaceReply("\x15\x03\x01\x02\x02\x16\x7F\xFF")},
-      {"dribbled greeting", FtpFault::endlessReply("220-still more\r\n", milliseconds{20})},
-      {"flooding greeting", FtpFault::endlessReply("220-still more\r\n", milliseconds{0})},
-      {"greeting without end", FtpFault::endlessReply("220 so much to say ", milliseconds{0})},
-      {"greeting without a code", FtpFault::endlessReply("hello\r\n", milliseconds{1})},
-  };
-  for (const auto& testCase : cases) {
+  for (const auto& [name, greeting] : kForeignGreetings) {
     server_.behave();
-    server_.on(ScriptedFtpServer::kGreeting, 1, testCase.fault);
+    server_.on(ScriptedFtpServer::kGreeting, 1, greeting);
     if (differsHere(Difference::kGreetingIsNotChecked)) {
       comeBackAfterHangUp([&] { return connect(); });
       continue;
@@ -160,7 +149,7 @@ TEST_F(InternetTimeLimits, ServersThatSpeakNoFtp) {
     const auto error = errorOf([&] { return connect(); });
     EXPECT_TRUE(error == Internet::kErrorTimeout || error == Internet::kErrorExtended ||
                 error == Internet::kErrorConnectionAborted)
-        << testCase.name << " " << error;
+        << name << " " << error;
   }
 }
 

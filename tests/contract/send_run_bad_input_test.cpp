@@ -156,26 +156,14 @@ TEST_F(BadInput, AFolderThatCannotBeEntered) {
 
 TEST_F(BadInput, AServerThatSpeaksNoFtp) {
   if (differsHere(Difference::kTimeLimitsDoNotHold)) return;  // waits for it without an end
-  const struct {
-    const char* name;
-    FtpFault fault;
-  } cases[] = {
-      {"HTTP", FtpFault::replaceReply("HTTP/1.1 400 Bad Request\r\nConnection: close\r\n\r\n")},
-      {"TLS", FtpFault::replaceReply("\x15\x03\x01\x02\x02\x16\x7F\xFF")},
-      {"SSH", FtpFault::replaceReply("SSH-2.0-OpenSSH")},
-      {"endless lines", FtpFault::endlessReply("220-more\r\n", milliseconds{5})},
-      {"endless line", FtpFault::endlessReply("220 so much to say ", milliseconds{5})},
-      {"flood", FtpFault::endlessReply(std::string(4096, 'x'), milliseconds{0})},
-      {"nothing", FtpFault::stall()},
-  };
-  for (const auto& testCase : cases) {
+  for (const auto& [name, greeting] : kForeignGreetings) {
     server_.behave();
-    server_.on(ScriptedFtpServer::kGreeting, 1, testCase.fault);
+    server_.on(ScriptedFtpServer::kGreeting, 1, greeting);
     const auto begin = std::chrono::steady_clock::now();
     const std::string status = failedRun();
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, milliseconds{5000}) << testCase.name;
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, milliseconds{5000}) << name;
     EXPECT_TRUE(status.starts_with(kOpenNg) && status.size() > kOpenNg.size() + 3)
-        << testCase.name << ": " << status;
+        << name << ": " << status;
   }
   expectRecovery();
 }

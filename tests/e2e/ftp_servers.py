@@ -15,7 +15,6 @@ from pyftpdlib.handlers import DTPHandler, FTPHandler
 from pyftpdlib.ioloop import IOLoop
 from pyftpdlib.servers import FTPServer
 
-VSFTPD = os.environ["KARVEL_VSFTPD"]
 HOST = "127.0.0.1"
 HIGHEST_PORT = 60000  # that the program takes
 START_SECONDS = 20
@@ -105,7 +104,7 @@ class PyftpdServer:
 
     def recorded(self, process):
         def pre_process_command(handler, line, cmd, arg):
-            self.commands.append(cmd)
+            self.commands.append((cmd, arg))
             return process(handler, line, cmd, arg)
         return pre_process_command
 
@@ -142,7 +141,7 @@ class VsftpdServer:
             "secure_chroot_dir": private / "empty", "nopriv_user": "nobody",
             "seccomp_sandbox": "NO", "xferlog_enable": "NO", "connect_from_port_20": "NO",
         }.items()))
-        self.process = subprocess.Popen([VSFTPD, settings], stdin=subprocess.DEVNULL,
+        self.process = subprocess.Popen([os.environ["KARVEL_VSFTPD"], settings], stdin=subprocess.DEVNULL,
                                         stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         test.addCleanup(self.stop)
         self.wait_for_start(test)

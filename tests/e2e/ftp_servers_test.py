@@ -62,7 +62,7 @@ class FtpServersTest(ShopTest):
         shop.send_once()
         self.assertEqual(shop.log_messages(), [LOG_OF_A_RUN[0], LOG_OF_A_RUN[-1]])
         self.assertEqual(shop.setting("FTP CHKF"), NOT_REACHED_YET)
-        self.assertEqual(server.commands, ["USER", "PASS"])
+        self.assertEqual([name for name, _ in server.commands], ["USER", "PASS"])
         self.assertEqual(server.folder.files(""), {})
         for path in shop.folder.rglob("*"):
             if path.is_file() and path.name not in ("karvel", "karvel.hnb"):

@@ -3,7 +3,7 @@
 import signal
 import stat
 
-from shop import TABLE, ShopTest
+from shop import END_SECONDS, TABLE, ShopTest
 
 NO_DISPLAY = "karvel: 画面がないため設定を表示できません。\n"
 NO_TICKET_APPLICATION = "集計管理: 発券システムの情報が見つかりません。　　\r\n\n"
@@ -41,6 +41,14 @@ class StartUpTest(ShopTest):
         shop.ticket_settings.unlink()
         shop.start().expect_end(error=NO_TICKET_APPLICATION)
         self.assertEqual(shop.log_messages(), [])
+
+    def test_a_message_that_nobody_reads_does_no_harm(self):
+        shop = self.shop()
+        shop.ticket_settings.unlink()
+        # Not as a service manager hands it on, but as it is by itself.
+        run = shop.start(through=("env", "--default-signal=PIPE"))
+        run.process.stderr.close()
+        self.assertEqual(run.process.wait(END_SECONDS), 0)
 
     def test_the_first_start_creates_the_settings_and_ends(self):
         shop = self.shop()

@@ -18,8 +18,6 @@ class SetUp(OnWindows, set_up_on_screen.SetUp):
 class Resident(OnWindows, resident_on_screen.Resident):
     # Wine would take the icon into a window of its own for good.
     test_a_late_notification_area_gets_the_icon = None
-    # Ended by a signal; nothing in it is the platform's.
-    test_settings_that_change_under_the_open_panel = None
 
 
 class Windows(OnWindows):

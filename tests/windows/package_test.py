@@ -224,6 +224,17 @@ class SetupTest(unittest.TestCase):
         self.assertEqual(held.read_bytes(), before)
         self.assertIn("FTP EXIT=0\r\n", self.settings)
 
+    def test_an_upgrade_that_cannot_replace_a_file_fails_and_the_program_runs_on(self):
+        self.assertEqual(self.set_up(), DONE)
+        page = self.folder / "karvel-manual" / "manual.ja.html"
+        holder = machine.start_holding(page, self.base)
+        self.addCleanup(holder.communicate, timeout=60)
+        size = page.stat().st_size
+        machine.wait_until(lambda: page.stat().st_size > size, "file held")
+        self.start_resident()
+        self.assertEqual(self.set_up(), REFUSED)
+        machine.wait_until(lambda: "FTP EXIT=0" in self.settings, "started again")
+
     def test_a_folder_with_other_peoples_texts_is_refused(self):
         self.write("memo.txt", "大事なメモ")
         self.assertEqual(self.set_up(), REFUSED)

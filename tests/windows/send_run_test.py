@@ -4,103 +4,19 @@
 import os
 import re
 import sys
-import threading
 import unittest
 from pathlib import Path
-
-from pyftpdlib.authorizers import DummyAuthorizer
-from pyftpdlib.filesystems import AbstractedFS
-from pyftpdlib.handlers import FTPHandler
-from pyftpdlib.ioloop import IOLoop
-from pyftpdlib.servers import FTPServer
 
 for tool in ("KARVEL_PROGRAM", "KARVEL_SAMPLE_SHOP"):
     if not Path(os.environ[tool]).is_file():
         sys.exit(f"{os.environ[tool]} is missing: build karvel and sample_shop for Linux first")
 
 from windows_shop import WindowsShop, windows_path  # noqa: E402
-from shop import CODE_PAGE, SHOP_INFO, TABLE, Shop  # noqa: E402; found by windows_shop
+from ftp_servers import HOST, PyftpdServer  # noqa: E402; found by windows_shop
+from shop import CODE_PAGE, SHOP_INFO, TABLE, Shop  # noqa: E402
 
 SITE_FOLDER = "本部/集計表"  # no blank: Wine cuts the names that a server lists at one
-USER, PASSWORD = "noto", "secret5"
-HIGHEST_PORT = 60000  # that the program takes from its settings
 COMMANDS_THAT_MATTER = ("USER", "PASS", "CWD", "STOR", "DELE", "RNFR", "RNTO")
-
-
-class SiteFiles(AbstractedFS):
-    def format_list(self, basedir, listing, ignore_err=True):
-        for line in super().format_list(basedir, listing, ignore_err):
-            yield line.decode().encode(CODE_PAGE)
-
-
-class SiteHandler(FTPHandler):
-    """A server at home: names are bytes of code page 932. The command lines are kept."""
-
-    abstracted_fs = SiteFiles
-    lines = None
-
-    def decode(self, bytes):
-        return bytes.decode(CODE_PAGE, "replace")
-
-    def push(self, s):
-        super(FTPHandler, self).push(s.encode(CODE_PAGE, "replace"))
-
-    def pre_process_command(self, line, cmd, arg):
-        self.lines.append((cmd, arg))
-        super().pre_process_command(line, cmd, arg)
-
-    def log(self, msg, logfun=None):
-        pass
-
-    logline = log
-
-
-class Site:
-    """An FTP server on loopback, with a folder of files to replace."""
-
-    def __init__(self, test, base):
-        self.root = base / "site"
-        self.folder = self.root / SITE_FOLDER
-        self.folder.mkdir(parents=True)
-        for name in (TABLE, SHOP_INFO):
-            (self.folder / name).write_text("old")
-        authorizer = DummyAuthorizer()
-        authorizer.add_user(USER, PASSWORD, str(self.root), perm="elradfmwMT")
-        self.lines = []
-        handler = type("Handler", (SiteHandler,), {"authorizer": authorizer, "lines": self.lines})
-        self.server = self.listen(handler)
-        self.thread = threading.Thread(target=self.serve)
-        self.stopping = False
-        self.thread.start()
-        test.addCleanup(self.stop)
-
-    @staticmethod
-    def listen(handler):
-        while True:
-            server = FTPServer(("127.0.0.1", 0), handler, ioloop=IOLoop())
-            if server.socket.getsockname()[1] <= HIGHEST_PORT:
-                return server
-            server.close()
-
-    def serve(self):
-        while not self.stopping:
-            self.server.ioloop.loop(timeout=0.1, blocking=False)
-        self.server.close_all()
-
-    def stop(self):
-        self.stopping = True
-        self.thread.join()
-
-    @property
-    def port(self):
-        return self.server.socket.getsockname()[1]
-
-    def commands(self):
-        return [line for line in self.lines if line[0] in COMMANDS_THAT_MATTER]
-
-    def files(self):
-        return {str(path.relative_to(self.root)): path.read_bytes()
-                for path in self.root.rglob("*") if path.is_file()}
 
 
 def without_stamps(files):
@@ -148,22 +64,23 @@ class SendRunTest(TwinTest):
         self.assertGreater(len(shops[0].delivered()[TABLE]), len("old"))
 
     def check_a_run_to_a_site(self, passive):
-        shops, sites = [], []
+        shops, files, commands = [], [], []
         for kind in (Shop, WindowsShop):
-            shop = kind(self, "--receptions", "100", "--destination", "own-site", "--host",
-                        "127.0.0.1", "--user", USER, "--password", PASSWORD, "--passive", passive)
-            site = Site(self, shop.base)
-            shop.set("FTP PORT", str(site.port))
+            server = PyftpdServer(self)
+            server.folder.make(SITE_FOLDER, {TABLE: b"old", SHOP_INFO: b"old"})
+            shop = kind(self, "--receptions", "100", "--destination", "own-site", "--host", HOST,
+                        "--port", str(server.port), "--user", server.user,
+                        "--password", server.password, "--passive", passive)
             shop.set("FTP FOLD", SITE_FOLDER)
             shop.send_once()
             shops.append(shop)
-            sites.append(site)
+            files.append(without_stamps(server.folder.files(SITE_FOLDER)))
+            commands.append([line for line in server.commands if line[0] in COMMANDS_THAT_MATTER])
         self.check_same(*shops)
-        linux, windows = sites
-        self.assertEqual(windows.commands(), linux.commands())
-        self.assertEqual(without_stamps(windows.files()), without_stamps(linux.files()))
+        self.assertEqual(commands[1], commands[0])
+        self.assertEqual(files[1], files[0])
         for name in (TABLE, SHOP_INFO):
-            self.assertGreater(len(linux.files()[f"{SITE_FOLDER}/{name}"]), len("old"))
+            self.assertGreater(len(files[0][name]), len("old"))
 
     def test_a_run_to_a_site(self):
         self.check_a_run_to_a_site("1")

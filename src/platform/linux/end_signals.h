@@ -5,7 +5,7 @@
 namespace karvel {
 
 /// SIGTERM, SIGINT and SIGHUP as events that a message loop can wait for, instead of ending the
-/// process on the spot.
+/// process on the spot; SIGPIPE as nothing but a failed write.
 class EndSignals {
  public:
   EndSignals();
@@ -18,8 +18,8 @@ class EndSignals {
   FileDescriptor descriptor_;
 };
 
-/// The process has one set of signals. The first call blocks their ordinary effect: make it before
-/// any thread is started.
+/// The process has one set of signals. The first call takes their ordinary effect away: make it
+/// before any thread is started.
 EndSignals& endSignals();
 
 }  // namespace karvel

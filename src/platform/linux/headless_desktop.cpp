@@ -1,14 +1,10 @@
 #include "platform/linux/headless_desktop.h"
 
 #include <poll.h>
-#include <sys/signalfd.h>
 
 #include <algorithm>
-#include <csignal>
 #include <iostream>
 #include <optional>
-
-#include "platform/linux/end_signals.h"
 
 namespace karvel {
 
@@ -42,7 +38,8 @@ class HeadlessDesktop::HeadlessTimer final : public Timer {
   std::optional<SteadyClock::time_point> due_;
 };
 
-HeadlessDesktop::HeadlessDesktop() = default;
+HeadlessDesktop::HeadlessDesktop() : endSignals_(endSignals()) {
+}
 HeadlessDesktop::~HeadlessDesktop() = default;
 
 void HeadlessDesktop::bind(Form& form) {
@@ -110,7 +107,7 @@ void HeadlessDesktop::minimizeShownForms() {
 }
 
 void HeadlessDesktop::handleEndRequest() {
-  if (!endSignals().take()) return;
+  if (!endSignals_.take()) return;
   if (endSessionHandler_) endSessionHandler_();
 }
 
@@ -124,7 +121,7 @@ void HeadlessDesktop::waitForNextEvent() {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(*next - SteadyClock::now());
     timeout = static_cast<int>(std::max<std::int64_t>(left.count(), 0));
   }
-  pollfd descriptor{endSignals().descriptor(), POLLIN, 0};
+  pollfd descriptor{endSignals_.descriptor(), POLLIN, 0};
   poll(&descriptor, 1, timeout);
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/desktop.h"
+#include "platform/linux/end_signals.h"
 
 namespace karvel {
 
@@ -41,6 +42,7 @@ class HeadlessDesktop final : public Desktop {
   void waitForNextEvent();
   void runDueTimers();
 
+  EndSignals& endSignals_;  // taken over at once: one that comes during the start waits
   std::vector<Form*> forms_;
   std::list<HeadlessTimer*> timers_;
   std::function<void()> endSessionHandler_;
