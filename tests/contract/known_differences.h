@@ -3,8 +3,8 @@
 namespace karvel {
 
 /// Where the library below a port does not do what the system does that it stands for. Wine is the
-/// only such library that is known; on Linux nothing differs. A test that meets one of these expects
-/// what is really there, and so speaks up when that changes.
+/// only such library that is known; on Linux nothing differs. A test that meets one of these
+/// expects what is really there, and so speaks up when that changes.
 enum class Difference {
   // Wine's profile functions keep a file as a list of sections and keys in memory, and write all of
   // it anew: a name without "=" is a key with no value, blanks around names and values and empty
