@@ -14,7 +14,7 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kSlice{10};
 constexpr int kDataWaits = 100;  ///< slices until a data connection must be there
-constexpr std::size_t kPiece = 64 * 1024;
+constexpr std::size_t kPiece = 8 * 1024;
 constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
 
 std::string upper(std::string text) {

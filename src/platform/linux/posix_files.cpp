@@ -15,7 +15,7 @@
 namespace karvel {
 namespace {
 
-constexpr std::size_t kPieceSize = 256 * 1024;
+constexpr std::size_t kPieceSize = 64 * 1024;
 constexpr mode_t kNewFileMode = 0666;
 
 bool isOrdinaryFile(int descriptor) {
@@ -51,11 +51,12 @@ bool writeAll(int descriptor, std::string_view content) {
 /// Hands the rest of the file over piece by piece; false when it cannot be read to its end or
 /// `take` has had enough.
 bool readAll(int descriptor, const std::function<bool(std::string_view)>& take) {
-  std::vector<char> buffer(kPieceSize);
+  // Not filled with zeros first: the settings' small files are read again and again.
+  const auto buffer = std::make_unique_for_overwrite<char[]>(kPieceSize);
   while (true) {
-    const ssize_t count = readSome(descriptor, buffer.data(), buffer.size());
+    const ssize_t count = readSome(descriptor, buffer.get(), kPieceSize);
     if (count <= 0) return count == 0;
-    if (!take({buffer.data(), static_cast<std::size_t>(count)})) return false;
+    if (!take({buffer.get(), static_cast<std::size_t>(count)})) return false;
   }
 }
 

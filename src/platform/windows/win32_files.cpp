@@ -14,7 +14,7 @@
 namespace karvel {
 namespace {
 
-constexpr std::size_t kPieceSize = 256 * 1024;
+constexpr std::size_t kPieceSize = 64 * 1024;
 constexpr std::uint32_t kSettable = Files::kReadOnly | Files::kHidden | Files::kSystem;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
@@ -58,13 +58,13 @@ bool writeAll(HANDLE file, std::string_view content) {
 }
 
 bool readAll(HANDLE file, const std::function<bool(std::string_view)>& take) {
-  std::vector<char> buffer(kPieceSize);
+  // Not filled with zeros first: the settings' small files are read again and again.
+  const auto buffer = std::make_unique_for_overwrite<char[]>(kPieceSize);
   while (true) {
     DWORD count = 0;
-    if (ReadFile(file, buffer.data(), static_cast<DWORD>(buffer.size()), &count, nullptr) == FALSE)
-      return false;
+    if (ReadFile(file, buffer.get(), kPieceSize, &count, nullptr) == FALSE) return false;
     if (count == 0) return true;
-    if (!take({buffer.data(), count})) return false;
+    if (!take({buffer.get(), count})) return false;
   }
 }
 
