@@ -4,7 +4,7 @@ set -euo pipefail
 
 readonly program=$1
 readonly largest=$((2500 * 1024))
-readonly own_libraries='kernel32|user32|gdi32|shell32|ole32|comctl32|comdlg32|advapi32|imm32|wininet|shlwapi|uxtheme|version|msvcrt'
+readonly own_libraries='kernel32|user32|gdi32|shell32|ole32|comdlg32|advapi32|imm32|wininet|shlwapi|uxtheme|version|msvcrt'
 
 failed=0
 refuse() {

@@ -14,7 +14,7 @@ namespace {
 QIcon image(const char* name) {
   registerImages();
   QIcon icon;
-  for (const int size : {16, 24, 32, 48, 64}) {
+  for (const int size : {16, 20, 24, 28, 32, 40, 48, 64}) {
     icon.addFile(QStringLiteral(":/icons/%1-%2.png").arg(QLatin1String(name)).arg(size));
   }
   return icon;

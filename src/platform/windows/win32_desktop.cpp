@@ -1,7 +1,5 @@
 #include "platform/windows/win32_desktop.h"
 
-#include <commctrl.h>
-
 #include <cstdio>
 #include <utility>
 #include <vector>
@@ -54,8 +52,6 @@ class Win32Desktop::ModalScope {
 };
 
 Win32Desktop::Win32Desktop() {
-  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
-  InitCommonControlsEx(&controls);
   // A send run may take long without answering messages: the panel still shows what it reports.
   DisableProcessWindowsGhosting();
   service_.onEndSession = [this] { endSession(); };

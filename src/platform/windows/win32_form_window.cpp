@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/windows/wide_text.h"
+#include "platform/windows/win32_common_controls.h"
 #include "platform/windows/win32_control_order.h"
 #include "platform/windows/win32_dialog_units.h"
 #include "platform/windows/win32_images.h"
@@ -186,6 +187,7 @@ void Win32FormWindow::reportState() {
 }
 
 void Win32FormWindow::addControls() {
+  registerCommonControls();
   toolTips_ = std::make_unique<Win32ToolTips>(handle_);
   for (Control* control : inStackingOrder(form_)) {
     if (control->has(ControlRow::kHidden)) continue;

@@ -4,9 +4,9 @@
 
 namespace karvel {
 
-/// A function that only newer systems have, or nullptr. The library must be loaded already.
+/// A function that not every system has, or nullptr. The library must be loaded already.
 template <typename Function>
-Function* newerFunction(const wchar_t* library, const char* name) {
+Function* findFunction(const wchar_t* library, const char* name) {
   const HMODULE module = GetModuleHandleW(library);
   if (module == nullptr) return nullptr;
   // By way of a plain function type: the compiler warns of a direct cast between signatures.

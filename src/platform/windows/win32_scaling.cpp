@@ -19,7 +19,7 @@ int scaled(int value, UINT dpi) {
 }  // namespace
 
 UINT dpiOf(HWND window) {
-  const auto getDpi = newerFunction<UINT WINAPI(HWND)>(L"user32.dll", "GetDpiForWindow");
+  const auto getDpi = findFunction<UINT WINAPI(HWND)>(L"user32.dll", "GetDpiForWindow");
   const UINT dpi = getDpi != nullptr ? getDpi(window) : 0;
   return dpi != 0 ? dpi : systemDpi();
 }
@@ -27,7 +27,7 @@ UINT dpiOf(HWND window) {
 LOGFONTW messageFont(UINT dpi) {
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;
-  const auto getForDpi = newerFunction<BOOL WINAPI(UINT, UINT, PVOID, UINT, UINT)>(
+  const auto getForDpi = findFunction<BOOL WINAPI(UINT, UINT, PVOID, UINT, UINT)>(
       L"user32.dll", "SystemParametersInfoForDpi");
   if (getForDpi != nullptr &&
       getForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi) != FALSE) {
@@ -41,12 +41,12 @@ LOGFONTW messageFont(UINT dpi) {
 
 int systemMetric(int index, UINT dpi) {
   const auto getForDpi =
-      newerFunction<int WINAPI(int, UINT)>(L"user32.dll", "GetSystemMetricsForDpi");
+      findFunction<int WINAPI(int, UINT)>(L"user32.dll", "GetSystemMetricsForDpi");
   return getForDpi != nullptr ? getForDpi(index, dpi) : scaled(GetSystemMetrics(index), dpi);
 }
 
 void addWindowFrame(RECT& area, DWORD style, DWORD extendedStyle, UINT dpi) {
-  const auto adjustForDpi = newerFunction<BOOL WINAPI(LPRECT, DWORD, BOOL, DWORD, UINT)>(
+  const auto adjustForDpi = findFunction<BOOL WINAPI(LPRECT, DWORD, BOOL, DWORD, UINT)>(
       L"user32.dll", "AdjustWindowRectExForDpi");
   if (adjustForDpi != nullptr) {
     adjustForDpi(&area, style, FALSE, extendedStyle, dpi);
@@ -58,7 +58,7 @@ void addWindowFrame(RECT& area, DWORD style, DWORD extendedStyle, UINT dpi) {
 void keepDialogLayout(HWND dialog) {
   constexpr int kDisableAll = 1;
   const auto setBehaviour =
-      newerFunction<BOOL WINAPI(HWND, int, int)>(L"user32.dll", "SetDialogDpiChangeBehavior");
+      findFunction<BOOL WINAPI(HWND, int, int)>(L"user32.dll", "SetDialogDpiChangeBehavior");
   if (setBehaviour != nullptr) setBehaviour(dialog, kDisableAll, kDisableAll);
 }
 

@@ -1,6 +1,5 @@
 #include "platform/windows/win32_text_field.h"
 
-#include <commctrl.h>
 #include <imm.h>
 
 #include <algorithm>
@@ -14,7 +13,6 @@
 namespace karvel {
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
 constexpr wchar_t kFirstPrintable = L' ';
 
 HWND createField(const Control& control, HWND parent, WORD id) {
@@ -54,11 +52,13 @@ Win32TextField::Win32TextField(Form& form, Control& control, HWND parent, WORD i
   if (control.has(ControlRow::kPassword)) SendMessageW(handle(), EM_SETPASSWORDCHAR, L'*', 0);
   SendMessageW(handle(), EM_LIMITTEXT, 0, 0);  // it would count UTF-16 units
   if (control.row().inputMethod == InputMethod::kOff) ImmAssociateContext(handle(), nullptr);
-  SetWindowSubclass(handle(), &subclassProc, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+  SetWindowLongPtrW(handle(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  previousProc_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&fieldProc)));
 }
 
 Win32TextField::~Win32TextField() {
-  RemoveWindowSubclass(handle(), &subclassProc, kSubclass);
+  SetWindowLongPtrW(handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProc_));
 }
 
 void Win32TextField::sync() {
@@ -76,13 +76,13 @@ void Win32TextField::notify(WORD notification) {
   if (notification == EN_CHANGE && !syncing_) control().setText(fromWide(windowText(handle())));
 }
 
-LRESULT CALLBACK Win32TextField::subclassProc(HWND, UINT message, WPARAM first, LPARAM second,
-                                              UINT_PTR, DWORD_PTR field) {
-  return reinterpret_cast<Win32TextField*>(field)->handleMessage(message, first, second);
+LRESULT CALLBACK Win32TextField::fieldProc(HWND window, UINT message, WPARAM first, LPARAM second) {
+  auto* self = reinterpret_cast<Win32TextField*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  return self->handleMessage(message, first, second);
 }
 
 LRESULT Win32TextField::pass(UINT message, WPARAM first, LPARAM second) const {
-  return DefSubclassProc(handle(), message, first, second);
+  return CallWindowProcW(previousProc_, handle(), message, first, second);
 }
 
 LRESULT Win32TextField::handleMessage(UINT message, WPARAM first, LPARAM second) {

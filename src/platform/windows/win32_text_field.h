@@ -17,8 +17,7 @@ class Win32TextField final : public Win32ControlWindow {
   void notify(WORD notification) override;
 
  private:
-  static LRESULT CALLBACK subclassProc(HWND window, UINT message, WPARAM first, LPARAM second,
-                                       UINT_PTR id, DWORD_PTR field);
+  static LRESULT CALLBACK fieldProc(HWND window, UINT message, WPARAM first, LPARAM second);
   LRESULT handleMessage(UINT message, WPARAM first, LPARAM second);
   [[nodiscard]] LRESULT pass(UINT message, WPARAM first, LPARAM second) const;
 
@@ -37,6 +36,7 @@ class Win32TextField final : public Win32ControlWindow {
   [[nodiscard]] std::pair<DWORD, DWORD> selection() const;
 
   Form& form_;
+  WNDPROC previousProc_ = nullptr;
   wchar_t firstOfPair_ = L'\0';  ///< typed, of a character that UTF-16 has as two units
   bool syncing_ = false;
   bool keptFocus_ = false;  ///< while another window was in front or a menu was open
