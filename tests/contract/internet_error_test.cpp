@@ -186,15 +186,6 @@ TEST_F(InternetErrors, ADroppedConnectionIsReportedAndNotReplaced) {
   }
 }
 
-TEST_F(InternetErrors, AConnectionDroppedInBetweenIsReported) {
-  server_.on("CWD", 1, FtpFault::dropAfter());
-  const Handle session = connect();
-  EXPECT_TRUE(internet_->setCurrentDirectory(session, "/"));
-  EXPECT_FALSE(internet_->setCurrentDirectory(session, "/"));
-  EXPECT_TRUE(isLost(internet_->lastError())) << internet_->lastError();
-  EXPECT_EQ(server_.connections(), 1);
-}
-
 TEST_F(InternetErrors, ATransferThatTheServerCutsFails) {
   server_.on("STOR", 1, FtpFault::cutTransfer(1));
   const Handle session = connect();

@@ -40,7 +40,7 @@ class BadInput : public ::testing::Test {
     EXPECT_FALSE(reportOf(log).connected);
     EXPECT_EQ(shop_.own("FTP CHKF"), "0");
     EXPECT_EQ(shop_.form().TimerCount, -150);
-    EXPECT_TRUE(shop_.form().Timer1->enabled());
+    EXPECT_TRUE(shop_.desktop.timer->enabled());
     EXPECT_EQ(shop_.desktop.tray, TrayImage::kFailure);
     std::string status = shop_.form().MsgLabel.caption();
     status.erase(status.find_last_not_of(' ') + 1);
@@ -82,18 +82,6 @@ class BadInput : public ::testing::Test {
   SiteShop shop_{server_};
 };
 
-TEST_F(BadInput, AnIncompleteAccountIsNotTried) {
-  const Field::Index fields[] = {Field::kServer, Field::kAccount, Field::kPassword};
-  for (const auto field : fields) {
-    const std::string before = shop_.form().text(field);
-    type(field, "");
-    EXPECT_EQ(failedRun(), "");
-    type(field, before);
-  }
-  EXPECT_EQ(server_.connections(), 0);
-  expectRecovery();
-}
-
 TEST_F(BadInput, AHostThatIsNone) {
   for (const char* host : {"   ", "no such host", "a..b", "-", "host.invalid", "東京"}) {
     type(Field::kServer, host);
@@ -114,17 +102,6 @@ TEST_F(BadInput, APortThatIsNoneIsTheStandardOne) {
   expectRecovery();
 }
 
-TEST_F(BadInput, APortIsTheNumberThatItsTextBeginsWith) {
-  shop_.internet.longestLimit = UINT32_MAX;
-  const std::string digits = std::to_string(server_.port());
-  for (const std::string& port : {" " + digits.substr(0, 2) + " " + digits.substr(2), "+" + digits,
-                                  digits + "番", digits + ".4"}) {
-    type(Field::kPort, port);
-    shop_.send();
-    EXPECT_TRUE(reportOf(shop_.takeLog()).succeeded()) << port;
-  }
-}
-
 TEST_F(BadInput, AWrongPasswordOrAccount) {
   type(Field::kPassword, "not-the-word");
   EXPECT_EQ(failedRun(), kOpenNg + "12015/ログオン要求に失敗しました。");
@@ -140,17 +117,6 @@ TEST_F(BadInput, AFolderThatIsMissing) {
     type(Field::kSiteFolder, folder);
     EXPECT_EQ(failedRun(), kNoFolder) << folder;
   }
-  expectRecovery();
-}
-
-// A refused change of folder is no reason to stop: the run goes on where it is.
-TEST_F(BadInput, AFolderThatCannotBeEntered) {
-  shop_.internet.longestLimit = UINT32_MAX;
-  server_.on("CWD", 1, FtpFault::refuse("550 No."));
-  shop_.send();
-  EXPECT_TRUE(reportOf(shop_.takeLog()).succeeded());
-  EXPECT_TRUE(server_.tree().isFile("/" + std::string(SiteShop::kTable)));
-  EXPECT_EQ(server_.tree().content("/in/" + std::string(SiteShop::kTable)), "old");
   expectRecovery();
 }
 
@@ -179,7 +145,7 @@ TEST_F(BadInput, TheRetryRhythmGoesOn) {
     shop_.desktop.timer->pass();
     EXPECT_EQ(shop_.desktop.messageBoxes.size(), boxesSoFar);
     EXPECT_EQ(form.SndNG, !toldNow);
-    EXPECT_TRUE(form.Timer1->enabled());
+    EXPECT_TRUE(shop_.desktop.timer->enabled());
     expectNoPassword(shop_.takeLog());
   }
   EXPECT_EQ(server_.connections(), 4);

@@ -49,15 +49,6 @@ TEST_F(InternetTranscript, EachCallSendsItsCommandsAndNothingElse) {
   EXPECT_EQ(server_.connections(), 1);
 }
 
-TEST_F(InternetTranscript, EachTransferOpensItsOwnActiveConnection) {
-  const Handle session = connect(0);
-  sent();
-  EXPECT_TRUE(put(session, "a", "a.txt", Internet::kTransferAscii));
-  EXPECT_EQ(sent(), (Names{"PORT", "TYPE A", "STOR a.txt"}));
-  EXPECT_EQ(list(session), (Names{"a.txt"}));
-  EXPECT_EQ(sent(), (Names{"PORT", "LIST"}));
-}
-
 TEST_F(InternetTranscript, RefusalsAreFollowedByNothing) {
   const Handle session = connect();
   sent();

@@ -185,27 +185,6 @@ TEST_F(SendRunTranscript, AFolderIsEnteredLevelByLevel) {
   }
 }
 
-TEST_F(SendRunTranscript, AMissingFolderEndsTheSession) {
-  const struct {
-    const char* folder;
-    Lines walk;
-  } cases[] = {
-      {"missing", {}},
-      {"in/missing/more", entered("in")},
-      {"in\\sub/more", {}},  // "/" separates first: the level is called "in\sub"
-  };
-  for (const auto& testCase : cases) {
-    ScriptedFtpServer server;
-    server.tree().addFolder("/in/sub");
-    SiteShop shop(server);
-    shop.setOwn("FTP FOLD", testCase.folder);
-    shop.start();
-    shop.send();
-    EXPECT_EQ(shop.form().MsgLabel.caption(), "指定フォルダがありません");
-    EXPECT_EQ(server.transcript(), joined({kLogin, kFirstRefresh, testCase.walk, {"QUIT"}}));
-  }
-}
-
 TEST(SendRunServiceTranscript, AServiceAccountStaysInItsLoginFolder) {
   ScriptedFtpServer::Options options;
   options.user = "noto345@shop.service.example";
