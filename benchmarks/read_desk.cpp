@@ -44,7 +44,7 @@ int main(int argc, char** argv) {
   karvel::DeskReader reader(*files, settings, argv[1]);
 
   const auto begin = std::chrono::steady_clock::now();
-  const karvel::DeskFigures figures = reader.readDay(argv[2], std::stoi(argv[3]));
+  const karvel::DeskFigures figures = reader.Read_DeskFile(argv[2], std::stoi(argv[3]));
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin;
   printFigures(figures);
   std::cout << seconds.count() << " " << peakMemoryKib() << "\n";

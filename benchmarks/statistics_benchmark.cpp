@@ -33,7 +33,7 @@ void readDesk(benchmark::State& state) {
   FakeProfile profile(shop.files);
   IniRedWrt settings(profile, shop.files, shop.clock);
   DeskReader reader(shop.files, settings, ShopWorld::kFolder);
-  for (auto _ : state) benchmark::DoNotOptimize(reader.readDay(kDay, 1));
+  for (auto _ : state) benchmark::DoNotOptimize(reader.Read_DeskFile(kDay, 1));
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(content.size()));
 }
 BENCHMARK(readDesk)->Arg(300)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);

@@ -18,7 +18,6 @@ class Timer {
   /// Enabling starts a full interval, also when it was enabled already; disabling drops a tick
   /// that is due but not yet delivered.
   virtual void setEnabled(bool enabled) = 0;
-  [[nodiscard]] virtual bool enabled() const = 0;
 };
 
 enum class TrayImage : std::uint8_t { kNormal, kFailure };

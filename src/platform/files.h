@@ -33,13 +33,9 @@ class Files {
   /// True when a file or folder of that path is there.
   [[nodiscard]] virtual bool exists(const std::string& path) = 0;
 
-  /// The whole content; empty when the path is no ordinary file, cannot be read, or holds more
-  /// than `limit` bytes.
-  [[nodiscard]] virtual std::optional<std::string> read(const std::string& path,
-                                                        std::size_t limit) = 0;
-
-  /// Hands the content to `consumer` in pieces of at most 256 KiB. False when the file is missing
-  /// or cannot be read to its end; the pieces read before a failure have been handed over.
+  /// Hands the content to `consumer` in pieces of at most 256 KiB. False when the path is no
+  /// ordinary file or cannot be read to its end; the pieces read before a failure have been handed
+  /// over.
   [[nodiscard]] virtual bool readPieces(const std::string& path, const Consumer& consumer) = 0;
 
   /// Creates the file or replaces its content. On failure a part of the content may remain.

@@ -12,11 +12,7 @@ DeskReader::DeskReader(Files& files, IniRedWrt& settings, std::string programFol
     : files_(files), settings_(settings), programFolder_(std::move(programFolder)) {
 }
 
-DeskFigures DeskReader::Read_DeskFile(int desk) {
-  return readDay(businessDayKey(), desk);
-}
-
-DeskFigures DeskReader::readDay(const std::string& dayKey, int desk) {
+DeskFigures DeskReader::Read_DeskFile(const std::string& dayKey, int desk) {
   ReceptionTally tally;
   LineSplitter lines;
   const auto takeLine = [&](std::string_view line) { tally.addLine(line); };

@@ -14,12 +14,9 @@ class DeskReader {
  public:
   DeskReader(Files& files, IniRedWrt& settings, std::string programFolder);
 
-  /// The figures of a desk (1 to 6) on the current business day. A file that is missing or cannot
+  /// The figures of a desk (1 to 6) on the day of the given key. A file that is missing or cannot
   /// be opened gives zeros; one that breaks off gives the figures of what could be read.
-  [[nodiscard]] DeskFigures Read_DeskFile(int desk);
-
-  /// The same for the day of the given key.
-  [[nodiscard]] DeskFigures readDay(const std::string& dayKey, int desk);
+  [[nodiscard]] DeskFigures Read_DeskFile(const std::string& dayKey, int desk);
 
   /// The key of the current business day, whatever the ticket application has put there.
   [[nodiscard]] std::string businessDayKey();

@@ -60,7 +60,7 @@ int StatisticsTable::deskCount() {
 
 std::string StatisticsTable::row(const Day& day, int desk) {
   using Field = FtpForm::Field;
-  const DeskFigures figures = desks_.readDay(day.key, desk);
+  const DeskFigures figures = desks_.Read_DeskFile(day.key, desk);
   const std::string number = std::to_string(desk);
 
   std::string row = day.date + "\t" + day.time;

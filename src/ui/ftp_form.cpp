@@ -20,7 +20,6 @@ FtpForm::FtpForm(IniRedWrt& settings, Desktop& desktop)
       chkPassive(control("chkPassive")),
       OutputFolderLabel(control("Label1", 10)),
       MsgLabel(control("MsgLabel")),
-      CovText(control("CovText")),
       lstFiles(control("lstFiles")),
       Timer1(desktop.createTimer(kTimerInterval,
                                  [this] {

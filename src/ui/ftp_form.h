@@ -58,7 +58,6 @@ class FtpForm final : public Form {
   Control& chkPassive;
   Control& OutputFolderLabel;  ///< Label1(10)
   Control& MsgLabel;           ///< the status line
-  Control& CovText;            ///< a scratch field
   Control& lstFiles;           ///< the remote listing
 
   // The popup menu of the notification-area icon; handlers are set by those who own the commands.

@@ -12,7 +12,6 @@
 namespace karvel {
 namespace {
 
-constexpr std::size_t kLongestFile = 1024 * 1024;
 constexpr std::size_t kLongestValue = 256;
 constexpr const char* kReceptions =
     "1\t09:00:00\t09:04:00\t\t済\t\t\t\t\t\t\r\n"
@@ -106,8 +105,7 @@ FtpForm& SiteShop::form() {
 }
 
 std::vector<std::string> SiteShop::takeLog() {
-  const auto bytes =
-      platform_.files->read(folder_.path(joinPath("Log", "240115.log")), kLongestFile);
+  const auto bytes = ScratchFolder::content(folder_.path(joinPath("Log", "240115.log")));
   const std::string log = fromCodePage932(bytes.value_or(""));
   std::vector<std::string> messages;
   for (auto end = log.find("\r\n", logTaken_); end != std::string::npos;

@@ -12,7 +12,7 @@ class FakeTimer final : public Timer {
  public:
   explicit FakeTimer(std::function<void()> onTick) : onTick_(std::move(onTick)) {}
   void setEnabled(bool enabled) override { enabled_ = enabled; }
-  bool enabled() const override { return enabled_; }
+  [[nodiscard]] bool enabled() const { return enabled_; }
   /// What the platform does when the interval has passed.
   void pass() {
     if (enabled_) onTick_();

@@ -16,14 +16,13 @@ bool FakeFiles::exists(const std::string& path) {
   return files.contains(path) || folders.contains(path);
 }
 
-std::optional<std::string> FakeFiles::read(const std::string& path, std::size_t limit) {
+std::optional<std::string> FakeFiles::contentOf(const std::string& path) const {
   const auto found = files.find(path);
-  if (found == files.end() || found->second.content.size() > limit) return std::nullopt;
-  return found->second.content;
+  return found != files.end() ? std::optional(found->second.content) : std::nullopt;
 }
 
 bool FakeFiles::readPieces(const std::string& path, const Consumer& consumer) {
-  const auto content = read(path, SIZE_MAX);
+  const auto content = contentOf(path);
   if (content) consumer(*content);
   return content.has_value();
 }
@@ -64,7 +63,7 @@ void FakeFiles::removeMatching(const std::string& folder, const std::string& pat
 }
 
 bool FakeFiles::copy(const std::string& source, const std::string& target) {
-  const auto content = read(source, SIZE_MAX);
+  const auto content = contentOf(source);
   return content && write(target, *content);
 }
 

@@ -21,8 +21,9 @@ class FakeFiles final : public Files {
   std::set<std::string> unwritable;  ///< paths that refuse to be written
   std::vector<std::string> written;  ///< paths in the order of their writing
 
+  [[nodiscard]] std::optional<std::string> contentOf(const std::string& path) const;
+
   bool exists(const std::string& path) override;
-  std::optional<std::string> read(const std::string& path, std::size_t limit) override;
   bool readPieces(const std::string& path, const Consumer& consumer) override;
   bool write(const std::string& path, std::string_view content) override;
   bool append(const std::string& path, std::string_view content) override;

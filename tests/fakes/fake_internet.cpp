@@ -65,7 +65,7 @@ bool FakeInternet::putFile(Handle, const std::string& localPath, const std::stri
                            std::uint32_t transferType) {
   bool result = false;
   if (!begin("put " + remoteName, result)) return result;
-  const auto content = files_.read(localPath, SIZE_MAX);
+  const auto content = files_.contentOf(localPath);
   if (!content) {
     failure_ = {kErrorFileNotFound, ""};
     return false;

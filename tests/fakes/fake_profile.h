@@ -15,13 +15,13 @@ class FakeProfile final : public Profile {
 
   std::string read(const std::string& section, const std::string& key, const std::string& file,
                    std::size_t bufferSize) override {
-    const auto text = files_.read(file, SIZE_MAX);
+    const auto text = files_.contentOf(file);
     return text ? iniValue(*text, section, key).substr(0, bufferSize - 1) : std::string();
   }
 
   bool write(const std::string& section, const std::string& key, const std::string& value,
              const std::string& file) override {
-    const auto text = files_.read(file, SIZE_MAX);
+    const auto text = files_.contentOf(file);
     return files_.write(file, iniWithValue(text.value_or(""), section, key, value));
   }
 

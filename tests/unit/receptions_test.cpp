@@ -217,11 +217,13 @@ TEST(DeskReader, ReadsTheFileOfDeskAndDay) {
   put("_1.tmp", good);
 
   files.files[ticketFile].content = "[USER INFOMATION]\r\nTODAY=240115\r\n";
-  EXPECT_EQ(desks.Read_DeskFile(1), DeskFigures{});
-  EXPECT_EQ(desks.Read_DeskFile(2).handled, 1);
-  EXPECT_EQ(desks.readDay("240114", 2).handled, 2);
+  EXPECT_EQ(desks.businessDayKey(), "240115");
+  EXPECT_EQ(desks.Read_DeskFile("240115", 1), DeskFigures{});
+  EXPECT_EQ(desks.Read_DeskFile("240115", 2).handled, 1);
+  EXPECT_EQ(desks.Read_DeskFile("240114", 2).handled, 2);
   files.files[ticketFile].content.clear();
-  EXPECT_EQ(desks.Read_DeskFile(1).handled, 1) << "without a day the key is empty";
+  EXPECT_EQ(desks.businessDayKey(), "");
+  EXPECT_EQ(desks.Read_DeskFile("", 1).handled, 1);
 }
 
 }  // namespace

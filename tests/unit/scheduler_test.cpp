@@ -55,7 +55,7 @@ TEST_F(SchedulerTest, SendsOnceMoreAndEndsOnRequest) {
     tick();
     EXPECT_EQ(sends() - before, time == "0" ? 0 : 1) << time;
     EXPECT_TRUE(desktop.hasQuit);
-    EXPECT_FALSE(form().Timer1->enabled());
+    EXPECT_FALSE(desktop.timer->enabled());
     EXPECT_EQ(own("FTP EXIT"), "1") << "only the next start resets it";
     EXPECT_EQ(own("FTP INIT"), "2") << "an exit request comes first";
     EXPECT_TRUE(desktop.modals.empty());
@@ -82,7 +82,7 @@ TEST_F(SchedulerTest, BringsThePanelBackOnRequest) {
     tick();
     EXPECT_EQ(own("FTP INIT"), "0") << value;
     EXPECT_TRUE(form().visible());
-    EXPECT_FALSE(form().Timer1->enabled());
+    EXPECT_FALSE(desktop.timer->enabled());
     EXPECT_TRUE(desktop.modals.empty());
     EXPECT_FALSE(desktop.hasQuit);
   }
@@ -97,7 +97,7 @@ TEST_F(SchedulerTest, OpensTheGroupDialogOnARequestOfTwoAndLeavesThePanelAgain) 
     tick();
     EXPECT_EQ(desktop.modals, std::vector<std::string>{"GrpForm"});
     EXPECT_EQ(desktop.hasQuit, !confirmed);
-    EXPECT_EQ(form().Timer1->enabled(), confirmed);
+    EXPECT_EQ(desktop.timer->enabled(), confirmed);
     EXPECT_EQ(desktop.tray.has_value(), confirmed);
   }
 }
@@ -107,10 +107,10 @@ TEST_F(SchedulerTest, StandsStillWhileAFailureMessageIsOpen) {
   files.folders.erase(kOutFolder);
   form().TimerCount = 149;
   form().SndNG = true;
-  desktop.onMessageBox = [&] { EXPECT_FALSE(form().Timer1->enabled()); };
+  desktop.onMessageBox = [&] { EXPECT_FALSE(desktop.timer->enabled()); };
   tick();
   EXPECT_EQ(desktop.messageBoxes.size(), 1U);
-  EXPECT_TRUE(form().Timer1->enabled());
+  EXPECT_TRUE(desktop.timer->enabled());
 }
 
 }  // namespace

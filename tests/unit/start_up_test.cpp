@@ -121,7 +121,7 @@ TEST_F(StartUpTest, ShowsThePanelGoesResidentOrEnds) {
     desktop.modals.clear();
     EXPECT_EQ(start(c.commandLine), c.outcome);
     const bool resident = c.outcome == StartOutcome::kResident;
-    EXPECT_EQ(form().Timer1->enabled(), resident);
+    EXPECT_EQ(desktop.timer->enabled(), resident);
     EXPECT_EQ(desktop.tray.has_value(), resident);
     EXPECT_EQ(form().visible(), c.outcome == StartOutcome::kPanel);
     EXPECT_EQ(desktop.modals.size(), c.commandLine == "-GRUP" ? 1U : 0U);

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <string_view>
 #include <utility>
 
 namespace karvel {
@@ -20,6 +21,9 @@ class FileDescriptor {
 
   [[nodiscard]] int get() const { return descriptor_; }
   [[nodiscard]] bool valid() const { return descriptor_ >= 0; }
+
+  /// Writes to the end, however often the system takes a part only.
+  [[nodiscard]] bool writeAll(std::string_view content) const;
 
   /// False when the file system reports a late error.
   bool close() {

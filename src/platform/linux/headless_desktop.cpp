@@ -22,7 +22,6 @@ class HeadlessDesktop::HeadlessTimer final : public Timer {
   void setEnabled(bool enabled) override {
     due_ = enabled ? std::optional(SteadyClock::now() + interval_) : std::nullopt;
   }
-  bool enabled() const override { return due_.has_value(); }
 
   [[nodiscard]] std::optional<SteadyClock::time_point> due() const { return due_; }
 

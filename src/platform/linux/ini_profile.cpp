@@ -17,11 +17,16 @@
 namespace karvel {
 namespace {
 
-constexpr std::size_t kLargestFile = 16 * 1024 * 1024;
+constexpr off_t kLargestFile = 16 * 1024 * 1024;  ///< bytes; a larger one is no settings file
 constexpr mode_t kNewFileMode = 0600;
 
 std::optional<std::string> readFile(const std::string& path) {
-  return PosixFiles().read(path, kLargestFile);
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0 || status.st_size > kLargestFile) return std::nullopt;
+  std::string content;
+  const auto take = [&content](std::string_view piece) { content.append(piece); };
+  if (!PosixFiles().readPieces(path, take)) return std::nullopt;
+  return content;
 }
 
 /// The file itself where the path is a symbolic link to it, so that the link survives.
@@ -31,15 +36,6 @@ std::string linkTarget(const std::string& path) {
   std::string target(resolved);
   std::free(resolved);
   return target;
-}
-
-bool writeAndSync(int descriptor, std::string_view content) {
-  while (!content.empty()) {
-    const ssize_t count = ::write(descriptor, content.data(), content.size());
-    if (count <= 0) return false;
-    content.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return fsync(descriptor) == 0;
 }
 
 void syncFolder(const std::string& folder) {
@@ -63,7 +59,7 @@ bool replaceFile(const std::string& path, std::string_view content, const struct
   if (!file.valid()) return false;
   fchmod(file.get(), kNewFileMode);
   inheritFrom(old, file.get());
-  const bool stored = writeAndSync(file.get(), content) && file.close() &&
+  const bool stored = file.writeAll(content) && fsync(file.get()) == 0 && file.close() &&
                       rename(temporary.c_str(), path.c_str()) == 0;
   if (!stored) {
     unlink(temporary.c_str());

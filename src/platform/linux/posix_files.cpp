@@ -38,16 +38,6 @@ ssize_t readSome(int descriptor, char* buffer, std::size_t size) {
   return count;
 }
 
-bool writeAll(int descriptor, std::string_view content) {
-  while (!content.empty()) {
-    const ssize_t count = ::write(descriptor, content.data(), content.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return false;
-    content.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return true;
-}
-
 /// Hands the rest of the file over piece by piece; false when it cannot be read to its end or
 /// `take` has had enough.
 bool readAll(int descriptor, const std::function<bool(std::string_view)>& take) {
@@ -77,7 +67,7 @@ FileDescriptor openForWriting(const std::string& path, int flags) {
 bool storeContent(const std::string& path, std::string_view content, int flags) {
   FileDescriptor file = openForWriting(path, flags);
   if (!file.valid()) return false;
-  const bool written = writeAll(file.get(), content);
+  const bool written = file.writeAll(content);
   return file.close() && written;
 }
 
@@ -86,19 +76,6 @@ bool storeContent(const std::string& path, std::string_view content, int flags) 
 bool PosixFiles::exists(const std::string& path) {
   struct stat status {};
   return stat(path.c_str(), &status) == 0;
-}
-
-std::optional<std::string> PosixFiles::read(const std::string& path, std::size_t limit) {
-  const FileDescriptor file = openForReading(path);
-  if (!file.valid()) return std::nullopt;
-  std::string content;
-  const bool complete = readAll(file.get(), [&](std::string_view piece) {
-    if (piece.size() > limit - content.size()) return false;
-    content.append(piece);
-    return true;
-  });
-  if (!complete) return std::nullopt;
-  return content;
 }
 
 bool PosixFiles::readPieces(const std::string& path, const Consumer& consumer) {
@@ -144,7 +121,7 @@ bool PosixFiles::copy(const std::string& source, const std::string& target) {
   if (!to.valid()) return false;
 
   const bool copied =
-      readAll(from.get(), [&](std::string_view piece) { return writeAll(to.get(), piece); });
+      readAll(from.get(), [&](std::string_view piece) { return to.writeAll(piece); });
   const bool good = to.close() && copied;
   if (!good) unlink(target.c_str());
   return good;

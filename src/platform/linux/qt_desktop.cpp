@@ -37,7 +37,6 @@ class QtTimer final : public Timer {
       timer_.stop();
     }
   }
-  bool enabled() const override { return timer_.isActive(); }
 
  private:
   std::function<void()> onTick_;

@@ -22,7 +22,6 @@ class Win32Timer final : public Timer {
     service_.stop(running_);
     running_ = enabled ? service_.start(interval_, onTick_) : kNone;
   }
-  bool enabled() const override { return running_ != kNone; }
 
  private:
   static constexpr UINT_PTR kNone = 0;

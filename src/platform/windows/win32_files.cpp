@@ -91,19 +91,6 @@ bool Win32Files::exists(const std::string& path) {
   return attributes(path).has_value();
 }
 
-std::optional<std::string> Win32Files::read(const std::string& path, std::size_t limit) {
-  const Win32Handle file = openForReading(path);
-  if (!file) return std::nullopt;
-  std::string content;
-  const bool complete = readAll(file.get(), [&](std::string_view piece) {
-    if (piece.size() > limit - content.size()) return false;
-    content.append(piece);
-    return true;
-  });
-  if (!complete) return std::nullopt;
-  return content;
-}
-
 bool Win32Files::readPieces(const std::string& path, const Consumer& consumer) {
   const Win32Handle file = openForReading(path);
   return file && readAll(file.get(), [&](std::string_view piece) {

@@ -7,7 +7,6 @@ namespace karvel {
 class Win32Files final : public Files {
  public:
   bool exists(const std::string& path) override;
-  std::optional<std::string> read(const std::string& path, std::size_t limit) override;
   bool readPieces(const std::string& path, const Consumer& consumer) override;
   bool write(const std::string& path, std::string_view content) override;
   bool append(const std::string& path, std::string_view content) override;

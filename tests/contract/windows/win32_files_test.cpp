@@ -11,6 +11,7 @@
 namespace karvel {
 namespace {
 
+constexpr auto kIgnore = [](std::string_view) {};
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// The file as another program has it open.
@@ -25,7 +26,9 @@ TEST(Win32Files, ReadsAFileThatAnotherProgramIsWriting) {
   const ScratchFolder folder;
   const std::string path = folder.add("file", "content");
   const auto writer = openElsewhere(path, GENERIC_READ | GENERIC_WRITE, kShareAll);
-  EXPECT_EQ(Win32Files().read(path, 100), "content");
+  std::string content;
+  EXPECT_TRUE(Win32Files().readPieces(path, [&](std::string_view piece) { content += piece; }));
+  EXPECT_EQ(content, "content");
   EXPECT_TRUE(Win32Files().copy(path, folder.path("copy")));
 }
 
@@ -36,7 +39,7 @@ TEST(Win32Files, LeavesALockedFileAlone) {
     const auto owner = openElsewhere(path, GENERIC_READ, 0);
     Win32Files files;
     EXPECT_TRUE(files.exists(path));
-    EXPECT_EQ(files.read(path, 100), std::nullopt);
+    EXPECT_FALSE(files.readPieces(path, kIgnore));
     EXPECT_FALSE(files.write(path, "new"));
     EXPECT_FALSE(files.append(path, "new"));
     EXPECT_FALSE(files.remove(path));
@@ -79,7 +82,7 @@ TEST(Win32Files, RewritingAHiddenFileKeepsItHidden) {
 
 TEST(Win32Files, TakesNoDeviceForAFile) {
   Win32Files files;
-  EXPECT_EQ(files.read("NUL", 100), std::nullopt);
+  EXPECT_FALSE(files.readPieces("NUL", kIgnore));
   EXPECT_FALSE(files.write("NUL", "x"));
 }
 
