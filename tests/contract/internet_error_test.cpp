@@ -119,32 +119,6 @@ TEST_F(InternetErrors, AnyOtherRefusalComesWithTheServersText) {
   EXPECT_EQ(server_.connections(), 1);
 }
 
-TEST_F(InternetErrors, RenameStopsAtARefusedFirstHalf) {
-  const Handle session = connect();
-  EXPECT_FALSE(internet_->renameFile(session, "missing", "new"));
-  EXPECT_EQ(server_.transcript().back(), "RNFR missing");
-}
-
-TEST_F(InternetErrors, ARefusedGreetingComesWithItsText) {
-  server_.on(ScriptedFtpServer::kGreeting, 1, FtpFault::refuse("421 Too many users."));
-  if (differsHere(Difference::kGreetingIsNotChecked)) {
-    EXPECT_NE(connect(), 0U) << "the login after it counts";
-    return;
-  }
-  EXPECT_EQ(loginError(account()), Internet::kErrorExtended);
-  EXPECT_EQ(internet_->lastResponse().text, "421 Too many users.");
-}
-
-TEST_F(InternetErrors, AServerThatSaysItClosesIsLostAfterwards) {
-  server_.on("CWD", 1, FtpFault::refuse("421 Idle for too long."));
-  const Handle session = connect();
-  EXPECT_FALSE(internet_->setCurrentDirectory(session, "x"));
-  EXPECT_EQ(internet_->lastError(), Internet::kErrorExtended);
-  EXPECT_EQ(internet_->lastResponse().text, "421 Idle for too long.");
-  EXPECT_FALSE(internet_->setCurrentDirectory(session, "x"));
-  EXPECT_EQ(server_.connections(), 1);
-}
-
 TEST_F(InternetErrors, ServerTextsArriveAsCodePage932) {
   const Handle session = connect();
   server_.on("DELE", 1, FtpFault::refuse("550 \xE8\xA1\xA8\xE3\x81\xAF\xE7\xA9\xBA"));  // UTF-8

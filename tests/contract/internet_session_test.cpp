@@ -164,29 +164,6 @@ TEST_F(InternetSession, GivesSizesBeyondFourGibibytes) {
   EXPECT_EQ(entry.sizeLow, ends ? 0x7FFFFFFFU : 0x80000000U);
 }
 
-TEST_F(InternetSession, TransfersInActiveModeToo) {
-  const Handle session = connect(Internet::kFlagAsync);
-  ASSERT_NE(session, 0U);
-  EXPECT_TRUE(put(session, "a\r\n", "a.txt", Internet::kTransferAscii));
-  EXPECT_EQ(server_.tree().content("/a.txt"), "a\r\n");
-  EXPECT_EQ(list(session), (Names{"a.txt"}));
-  const Names lines = server_.transcript();
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), "PORT"), 2);
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), "PASV"), 0);
-}
-
-TEST_F(InternetSession, UnderstandsRepliesThatArriveByteByByte) {
-  for (const char* command :
-       {ScriptedFtpServer::kGreeting, "USER", "PASS", "PWD", "PASV", "TYPE", "STOR", "LIST"}) {
-    server_.on(command, ScriptedFtpServer::kEvery, FtpFault::splitReply());
-  }
-  const Handle session = connect();
-  ASSERT_NE(session, 0U);
-  EXPECT_EQ(internet_->currentDirectory(session), "/");
-  EXPECT_TRUE(put(session, "x", "x"));
-  EXPECT_EQ(list(session), (Names{"x"}));
-}
-
 class InternetForeignAddress : public InternetTest {
  protected:
   InternetForeignAddress() : InternetTest({.passiveHost = "10,255,255,1"}) {}

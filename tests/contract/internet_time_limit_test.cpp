@@ -32,18 +32,8 @@ class InternetTimeLimits : public InternetTest {
     return waits ? Internet::kErrorTimeout : internet_->lastError();
   }
 
-  /// Whatever becomes of a call, it is over when the server is gone.
-  template <typename Call>
-  void comeBackAfterHangUp(Call call) {
-    auto ended = std::async(std::launch::async, [&] { static_cast<void>(call()); });
-    ended.wait_for(kWellOverLimit);
-    server_.hangUp();
-    EXPECT_EQ(ended.wait_for(kPatience), std::future_status::ready);
-  }
-
  private:
   static constexpr milliseconds kWellOverLimit{600};
-  static constexpr milliseconds kPatience{40'000};  ///< for a library that reads a flood bytewise
 };
 
 /// However it is done, nobody waits longer than this for a server that is silent.
@@ -104,21 +94,6 @@ TEST_F(InternetTimeLimits, AnActiveConnectionMayComeLateButNotTooLate) {
   EXPECT_FALSE(internet_->deleteFile(session, "x")) << "no late reply may answer this";
   EXPECT_TRUE(internet_->close(session));
   EXPECT_TRUE(server_.tree().isFile("/x"));
-}
-
-TEST_F(InternetTimeLimits, ServersThatSpeakNoFtp) {
-  for (const auto& [name, greeting] : kForeignGreetings) {
-    server_.behave();
-    server_.on(ScriptedFtpServer::kGreeting, 1, greeting);
-    if (differsHere(Difference::kGreetingIsNotChecked)) {
-      comeBackAfterHangUp([&] { return connect(); });
-      continue;
-    }
-    const auto error = errorOf([&] { return connect(); });
-    EXPECT_TRUE(error == Internet::kErrorTimeout || error == Internet::kErrorExtended ||
-                error == Internet::kErrorConnectionAborted)
-        << name << " " << error;
-  }
 }
 
 TEST_F(InternetTimeLimits, ClosingDoesNotWaitForASilentServer) {

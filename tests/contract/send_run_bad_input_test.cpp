@@ -82,26 +82,6 @@ class BadInput : public ::testing::Test {
   SiteShop shop_{server_};
 };
 
-TEST_F(BadInput, AHostThatIsNone) {
-  for (const char* host : {"   ", "no such host", "a..b", "-", "host.invalid", "東京"}) {
-    type(Field::kServer, host);
-    EXPECT_EQ(failedRun(), kOpenNg + "12007/サーバー名を解決できませんでした。") << host;
-  }
-  EXPECT_EQ(server_.connections(), 0);
-  expectRecovery();
-}
-
-TEST_F(BadInput, APortThatIsNoneIsTheStandardOne) {
-  for (const char* port : {"", "abc", "20", "0", "-2121", "60001", "70000", "99999999999", "1e9",
-                           "２１２１", "&HFFFFFFFF"}) {
-    type(Field::kPort, port);
-    const std::string status = failedRun();  // nobody listens at 21 here
-    EXPECT_TRUE(status.starts_with(kOpenNg)) << port << ": " << status;
-  }
-  EXPECT_EQ(server_.connections(), 0);
-  expectRecovery();
-}
-
 TEST_F(BadInput, AWrongPasswordOrAccount) {
   type(Field::kPassword, "not-the-word");
   EXPECT_EQ(failedRun(), kOpenNg + "12015/ログオン要求に失敗しました。");

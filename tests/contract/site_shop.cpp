@@ -96,10 +96,6 @@ void SiteShop::send() {
   form().MyMenu_Send.onClick();
 }
 
-void SiteShop::sendFromPanel() {
-  form().Command1[FtpForm::Command::kSend].onClick();
-}
-
 FtpForm& SiteShop::form() {
   return program_->mainForm();
 }

@@ -45,8 +45,6 @@ class SiteShop {
   void start();
   /// One unattended run, as the tray menu starts it.
   void send();
-  /// The same by the panel's transfer button.
-  void sendFromPanel();
   [[nodiscard]] FtpForm& form();
 
   /// The run log's messages since the last call.
