@@ -2,7 +2,7 @@
 ; executable), MANUAL (the folder of the manual's pages), ICON and OUTPUT.
 ;
 ; Switches besides NSIS' own /S and /D=folder:
-;   /AUTOSTART=0   silent: does not start the program with Windows
+;   /AUTOSTART=0   does not start the program with Windows; 1 does
 ;   /STOPWAIT=n    waits at most n seconds for a running program to end
 ;
 ; Exit codes of a silent run: 0 done, 2 refused or failed, 3 the running program did not end.
@@ -24,6 +24,7 @@ AllowSkipFiles off
 !include FileFunc.nsh
 !include Sections.nsh
 !include WinVer.nsh
+!include WordFunc.nsh
 !include packaging\folder.nsh
 !include packaging\running.nsh
 
@@ -31,7 +32,6 @@ AllowSkipFiles off
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\karvel"
 !define RUN_KEY "Software\Microsoft\Windows\CurrentVersion\Run"
 !define MENU_FOLDER "$SMPROGRAMS\${PRODUCT}"
-!define LOG_FILES "??????.log"
 
 Name "${PRODUCT}"
 OutFile "${OUTPUT}"
@@ -154,11 +154,28 @@ FunctionEnd
 
 ; A resident program is asked through its settings; a second one would end at once.
 Function openSettings
-  ${If} $wasRunning = 1
+  Call isRunning
+  ${If} $0 = 1
     WriteINIStr "$INSTDIR\karvel.hnb" "${REQUESTS}" "FTP INIT" "1"
   ${Else}
     Exec '"$INSTDIR\karvel.exe" -INIT'
   ${EndIf}
+FunctionEnd
+
+; The program's logs are named by six digits; the folder may hold somebody else's.
+Function un.deleteLogs
+  FindFirst $0 $1 "$INSTDIR\Log\*.log"
+  ${DoUntil} $1 == ""
+    StrCpy $2 $1 -4
+    ${StrFilter} "$2" "1" "" "" $3
+    StrLen $4 $2
+    ${If} $4 = 6
+    ${AndIf} $3 == $2
+      Delete "$INSTDIR\Log\$1"
+    ${EndIf}
+    FindNext $0 $1
+  ${Loop}
+  FindClose $0
 FunctionEnd
 
 Section "Uninstall"
@@ -166,7 +183,7 @@ Section "Uninstall"
   StrCpy $0 IDNO
   MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "設定とログも削除しますか?" /SD IDNO IDNO keepSettings
     Delete "$INSTDIR\karvel.hnb"
-    Delete "$INSTDIR\Log\${LOG_FILES}"
+    Call un.deleteLogs
   keepSettings:
 
   SetOutPath "$TEMP"

@@ -195,7 +195,7 @@ class SetupTest(unittest.TestCase):
         self.assertEqual(self.set_up(), DONE)
         self.write("karvel.hnb", "[FTP INFOMATION]\r\n")
         self.write("Log/240104.log", "of the program")
-        self.write("Log/counter.log", "of somebody else")
+        self.write("Log/visits.log", "of somebody else")
         run = machine.start(self.folder / "karvel-uninstall.exe")
         self.addCleanup(run.wait, 60)
         self.addCleanup(run.kill)
@@ -205,7 +205,7 @@ class SetupTest(unittest.TestCase):
         machine.settled_window("アンインストール")
         machine.key("Left", "Return")
         machine.wait_until(lambda: not machine.registry_values(UNINSTALL_KEY), "uninstalled")
-        self.assertEqual(set(content_of(self.folder)), {"Log/counter.log"})
+        self.assertEqual(set(content_of(self.folder)), {"Log/visits.log"})
         machine.settled_window("アンインストール")
         machine.key("Return")
 
