@@ -12,12 +12,14 @@ enable_language(RC)
 function(karvel_finish_program target)
   set(script ${CMAKE_SOURCE_DIR}/src/platform/windows/karvel.rc)
   set(icons ${CMAKE_SOURCE_DIR}/assets/icons)
+  set(manifest ${CMAKE_CURRENT_BINARY_DIR}/resources/karvel.manifest)
+  configure_file(${CMAKE_SOURCE_DIR}/src/platform/windows/karvel.manifest ${manifest} @ONLY)
   string(REPLACE "." "," version_numbers ${PROJECT_VERSION}.0)
   set_source_files_properties(${script} PROPERTIES
     COMPILE_DEFINITIONS
       "KARVEL_VERSION=\\\"${PROJECT_VERSION}\\\";KARVEL_VERSION_NUMBERS=${version_numbers}"
-    INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR}/src;${icons};${CMAKE_SOURCE_DIR}/src/platform/windows"
-    OBJECT_DEPENDS "${icons}/window.ico;${icons}/normal.ico;${icons}/failure.ico;${CMAKE_SOURCE_DIR}/src/platform/windows/karvel.manifest")
+    INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR}/src;${icons};${CMAKE_CURRENT_BINARY_DIR}/resources"
+    OBJECT_DEPENDS "${icons}/window.ico;${icons}/normal.ico;${icons}/failure.ico;${manifest}")
   target_sources(${target} PRIVATE ${script})
   set_target_properties(${target} PROPERTIES WIN32_EXECUTABLE ON)
   # Sections at whole pages of the file are mapped by Wine, as they are by Windows, and not copied.
