@@ -24,9 +24,10 @@ class Profile {
   /// Sets the value, creating file, section and key as needed. Every other line stays. False, with
   /// the file unchanged, when it cannot be opened for writing or is read-only.
   ///
-  /// Linux replaces the file as a whole, so a reader sees the old content or the new one, and makes
-  /// a new one readable by its owner alone; that takes the right to create files in the folder.
-  /// Windows writes into the file and gives a new one the rights of its folder.
+  /// Linux replaces the file as a whole, so a reader sees the old content or the new one; where the
+  /// new file could not have the old one's owner and group, or the folder takes no new file, it
+  /// writes into the file as Windows does. It makes a new one readable by its owner alone, Windows
+  /// with the rights of its folder.
   [[nodiscard]] virtual bool write(const std::string& section, const std::string& key,
                                    const std::string& value, const std::string& file) = 0;
 };

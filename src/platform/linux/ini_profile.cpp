@@ -5,10 +5,10 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "platform/linux/file_descriptor.h"
 #include "platform/linux/posix_files.h"
@@ -43,30 +43,54 @@ void syncFolder(const std::string& folder) {
   if (descriptor.valid()) fsync(descriptor.get());
 }
 
-/// Gives the new file the owner and permissions of the one that it replaces.
-void inheritFrom(const struct stat* old, int descriptor) {
-  if (old == nullptr) return;
-  // Only a super user can give a file away; anyone else keeps it.
-  if (fchown(descriptor, old->st_uid, old->st_gid) != 0) errno = 0;
-  fchmod(descriptor, old->st_mode & 07777U);
+/// A file that is nobody else's. One of that name has been left behind by a program that was
+/// killed.
+FileDescriptor createAnew(const std::string& path) {
+  constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+  const int descriptor = open(path.c_str(), kFlags, kNewFileMode);
+  if (descriptor >= 0 || errno != EEXIST) return FileDescriptor(descriptor);
+  unlink(path.c_str());
+  return FileDescriptor(open(path.c_str(), kFlags, kNewFileMode));
 }
 
-/// Replaces `path` in one step: a reader, or a power cut, sees the old content or the new one.
-bool replaceFile(const std::string& path, std::string_view content, const struct stat* old) {
-  const std::string folder = path.substr(0, path.find_last_of('/'));
-  std::string temporary = path + ".XXXXXX";
-  FileDescriptor file(mkostemp(temporary.data(), O_CLOEXEC));
-  if (!file.valid()) return false;
-  fchmod(file.get(), kNewFileMode);
-  inheritFrom(old, file.get());
+/// Gives the new file owner, group and permissions of the one that it is to replace.
+bool inheritFrom(const struct stat& old, int descriptor) {
+  struct stat own {};
+  if (fstat(descriptor, &own) != 0) return false;
+  const bool same = own.st_uid == old.st_uid && own.st_gid == old.st_gid;
+  if (!same && fchown(descriptor, old.st_uid, old.st_gid) != 0) return false;
+  return fchmod(descriptor, old.st_mode & 07777U) == 0;
+}
+
+/// Puts `file`, of the name `temporary`, in the place of `path` in one step: a reader, or a power
+/// cut, sees the old content or the new one.
+bool replaceFile(const std::string& path, FileDescriptor file, const std::string& temporary,
+                 std::string_view content) {
   const bool stored = file.writeAll(content) && fsync(file.get()) == 0 && file.close() &&
                       rename(temporary.c_str(), path.c_str()) == 0;
-  if (!stored) {
+  if (!stored) unlink(temporary.c_str());
+  if (stored) syncFolder(path.substr(0, path.find_last_of('/')));
+  return stored;
+}
+
+/// Writes over the old content, which takes no more room on the disk than it must.
+bool rewriteFile(const std::string& path, std::string_view content) {
+  FileDescriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW));
+  return file.valid() && file.writeAll(content) &&
+         ftruncate(file.get(), static_cast<off_t>(content.size())) == 0 && fsync(file.get()) == 0 &&
+         file.close();
+}
+
+/// `old` is the file there, or nullptr.
+bool storeFile(const std::string& path, std::string_view content, const struct stat* old) {
+  const std::string temporary = path + ".new";
+  FileDescriptor file = createAnew(temporary);
+  if (!file.valid()) return old != nullptr && errno == EACCES && rewriteFile(path, content);
+  if (old != nullptr && !inheritFrom(*old, file.get())) {
     unlink(temporary.c_str());
-    return false;
+    return rewriteFile(path, content);
   }
-  syncFolder(folder);
-  return true;
+  return replaceFile(path, std::move(file), temporary, content);
 }
 
 }  // namespace
@@ -83,12 +107,12 @@ bool IniProfile::write(const std::string& section, const std::string& key, const
   const std::string path = linkTarget(file);
   struct stat old {};
   const bool exists = stat(path.c_str(), &old) == 0;
-  if (!exists) return replaceFile(path, iniWithValue({}, section, key, value), nullptr);
+  if (!exists) return storeFile(path, iniWithValue({}, section, key, value), nullptr);
 
   const bool writable = S_ISREG(old.st_mode) && (old.st_mode & S_IWUSR) != 0;
   if (!writable) return false;
   const auto text = readFile(path);
-  return text && replaceFile(path, iniWithValue(*text, section, key, value), &old);
+  return text && storeFile(path, iniWithValue(*text, section, key, value), &old);
 }
 
 }  // namespace karvel

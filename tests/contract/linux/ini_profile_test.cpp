@@ -1,6 +1,7 @@
 #include "platform/linux/ini_profile.h"
 
 #include <gtest/gtest.h>
+#include <sys/fsuid.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -36,6 +37,56 @@ TEST(IniProfile, AWriteKeepsPermissionsAndLinks) {
   struct stat status {};
   ASSERT_EQ(lstat(link.c_str(), &status), 0);
   EXPECT_TRUE(S_ISLNK(status.st_mode));
+}
+
+/// A super user may do everything: for a while this thread is nobody special. Others stay who they
+/// are.
+class AsNobody {
+ public:
+  AsNobody() {
+    setfsgid(kNobody);
+    setfsuid(kNobody);
+  }
+  ~AsNobody() {
+    setfsuid(0);
+    setfsgid(0);
+  }
+  AsNobody(const AsNobody&) = delete;
+  AsNobody& operator=(const AsNobody&) = delete;
+
+  static constexpr id_t kNobody = 65534;
+};
+
+TEST(IniProfile, AFileThatIsSomebodyElsesStaysTheirs) {
+  const ScratchFolder folder;
+  const std::string path = folder.add("karvel.ini", "[S]\r\na=10000\r\n");
+  const uid_t owner = geteuid() == 0 ? 1 : geteuid();
+  const gid_t group = geteuid() == 0 ? AsNobody::kNobody : getegid();
+  ASSERT_EQ(chown(path.c_str(), owner, group), 0);
+  ASSERT_EQ(chmod(path.c_str(), 0664), 0);
+  for (const mode_t folderMode : {0555, 0777}) {  // one takes no new file, one does
+    ASSERT_EQ(chmod(folder.path().c_str(), folderMode), 0);
+    const std::string value = std::to_string(folderMode);
+    {
+      const AsNobody user;
+      EXPECT_TRUE(IniProfile().write("S", "a", value, path));
+    }
+    EXPECT_EQ(ScratchFolder::content(path), "[S]\r\na=" + value + "\r\n");
+    struct stat status {};
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, owner);
+    EXPECT_EQ(permissionsOf(path), 0664U);
+    EXPECT_EQ(folder.entryCount(), 1U);
+  }
+}
+
+TEST(IniProfile, WhatAKilledProgramLeftIsNotInTheWay) {
+  const ScratchFolder folder;
+  const std::string path = folder.add("karvel.hnb", "[S]\r\na=1\r\n");
+  folder.add("karvel.hnb.new", "[S");
+  EXPECT_TRUE(IniProfile().write("S", "a", "2", path));
+  EXPECT_EQ(ScratchFolder::content(path), "[S]\r\na=2\r\n");
+  EXPECT_EQ(folder.entryCount(), 1U);
 }
 
 TEST(IniProfile, LeavesNothingBehindWhenItCannotWrite) {
