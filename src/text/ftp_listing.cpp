@@ -32,6 +32,7 @@ bool setName(ListedEntry& entry, std::string_view bytes) {
   const std::string name = codePage932OfServerText(bytes);
   if (name.empty() || !isPlainName(name)) return false;
   entry.name = cutBytes932(name, kLongestName);
+  if (name != bytes) entry.writtenName = bytes;
   return true;
 }
 

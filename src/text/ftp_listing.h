@@ -13,7 +13,8 @@ namespace karvel {
 
 /// One entry of a remote folder.
 struct ListedEntry {
-  std::string name;  ///< bytes of code page 932, at most 259
+  std::string name;         ///< bytes of code page 932, at most 259
+  std::string writtenName;  ///< as the server writes it, where that is not the same
   bool folder = false;
   std::uint64_t size = 0;
   DateTime time;

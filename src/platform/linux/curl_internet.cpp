@@ -120,7 +120,7 @@ Internet::Handle CurlInternet::connect(Handle root, const Account& account, std:
 
   auto connection = std::make_unique<FtpConnection>(std::move(login), found->second);
   if (!conclude(*connection, connection->logIn())) return 0;
-  sessions_.emplace(++lastHandle_, Session{root, std::move(connection)});
+  sessions_.emplace(++lastHandle_, Session{root, std::move(connection), {}});
   return lastHandle_;
 }
 
@@ -137,13 +137,13 @@ bool CurlInternet::close(Handle handle) {
 }
 
 std::optional<std::string> CurlInternet::currentDirectory(Handle session) {
-  FtpConnection* const connection = connectionOf(session);
-  if (connection == nullptr || !conclude(*connection, connection->command("PWD"))) {
-    return std::nullopt;
-  }
-  auto folder = quotedFolder(connection->reply().text());
+  const Session* const found = find(session);
+  if (found == nullptr) return std::nullopt;
+  FtpConnection& connection = *found->connection;
+  if (!conclude(connection, connection.command("PWD"))) return std::nullopt;
+  auto folder = quotedFolder(connection.reply().text());
   if (!folder) {
-    conclude(*connection, kErrorExtended);
+    conclude(connection, kErrorExtended);
     return std::nullopt;
   }
   return codePage932OfServerText(*folder);
@@ -155,15 +155,16 @@ bool CurlInternet::setCurrentDirectory(Handle session, const std::string& folder
 
 bool CurlInternet::putFile(Handle session, const std::string& localPath,
                            const std::string& remoteName, std::uint32_t transferFlags) {
-  FtpConnection* const connection = connectionOf(session);
-  if (connection == nullptr) return false;
+  const Session* const found = find(session);
+  if (found == nullptr) return false;
   if (!isFileName(remoteName)) return fail(kErrorInvalidParameter);
   const auto type = transferType(transferFlags);
   const bool text = type == FtpConnection::TransferType::kText;
   auto reader =
       UploadReader::open(localPath, text ? UploadReader::Mode::kText : UploadReader::Mode::kBinary);
   if (!reader) return fail(kErrorFileNotFound);
-  return conclude(*connection, connection->upload(remoteName, *reader, type));
+  FtpConnection& connection = *found->connection;
+  return conclude(connection, connection.upload(found->onServer(remoteName), *reader, type));
 }
 
 bool CurlInternet::renameFile(Handle session, const std::string& from, const std::string& to) {
@@ -177,20 +178,22 @@ bool CurlInternet::deleteFile(Handle session, const std::string& remoteName) {
 
 Internet::Handle CurlInternet::findFirst(Handle session, const std::string& pattern,
                                          FindData& entry) {
-  FtpConnection* const connection = connectionOf(session);
-  if (connection == nullptr) return 0;
+  Session* const found = find(session);
+  if (found == nullptr) return 0;
   if (isUnsafe(pattern)) return fail(kErrorInvalidParameter), 0;
   closeEnumerationsOf(session);
+  found->writtenNames.clear();
   std::string text;
   const auto sink = [&text](std::string_view bytes) {
     text.append(bytes);
     return text.size() <= kLongestListing;
   };
   const std::string argument = isWholeFolder(pattern) ? "" : pattern;
-  if (!conclude(*connection, connection->list(argument, sink))) return 0;
+  FtpConnection& connection = *found->connection;
+  if (!conclude(connection, connection.list(argument, sink))) return 0;
   // Dates without a year are read against the local time.
   FtpListing listing(std::move(text), SystemClock().now());
-  if (!nextEntry(listing, entry)) return 0;
+  if (!nextEntry(*found, listing, entry)) return 0;
   enumerations_.emplace(++lastHandle_, Enumeration{session, std::move(listing)});
   return lastHandle_;
 }
@@ -198,7 +201,7 @@ Internet::Handle CurlInternet::findFirst(Handle session, const std::string& patt
 bool CurlInternet::findNext(Handle find, FindData& entry) {
   const auto found = enumerations_.find(find);
   if (found == enumerations_.end()) return fail(kErrorInvalidHandle);
-  return nextEntry(found->second.listing, entry);
+  return nextEntry(sessions_.at(found->second.session), found->second.listing, entry);
 }
 
 std::string CurlInternet::systemMessage(ErrorNumber number) {
@@ -216,18 +219,24 @@ bool CurlInternet::conclude(const FtpConnection& connection, ErrorNumber error) 
   return error == 0 || fail(error);
 }
 
-FtpConnection* CurlInternet::connectionOf(Handle session) {
+const std::string& CurlInternet::Session::onServer(const std::string& name) const {
+  const auto written = writtenNames.find(name);
+  return written != writtenNames.end() ? written->second : name;
+}
+
+CurlInternet::Session* CurlInternet::find(Handle session) {
   const auto found = sessions_.find(session);
-  if (found != sessions_.end()) return found->second.connection.get();
+  if (found != sessions_.end()) return &found->second;
   fail(kErrorInvalidHandle);
   return nullptr;
 }
 
 bool CurlInternet::command(Handle session, const std::string& verb, const std::string& name) {
-  FtpConnection* const connection = connectionOf(session);
-  if (connection == nullptr) return false;
+  const Session* const found = find(session);
+  if (found == nullptr) return false;
   if (name.empty() || isUnsafe(name)) return fail(kErrorInvalidParameter);
-  return conclude(*connection, connection->command(verb + name));
+  FtpConnection& connection = *found->connection;
+  return conclude(connection, connection.command(verb + found->onServer(name)));
 }
 
 void CurlInternet::closeEnumerationsOf(Handle session) {
@@ -243,9 +252,10 @@ void CurlInternet::closeSessionsOf(Handle root) {
   });
 }
 
-bool CurlInternet::nextEntry(FtpListing& listing, FindData& entry) {
+bool CurlInternet::nextEntry(Session& session, FtpListing& listing, FindData& entry) {
   auto listed = listing.next();
   if (!listed) return fail(kErrorNoMoreFiles);
+  if (!listed->writtenName.empty()) session.writtenNames[listed->name] = listed->writtenName;
   entry = findDataOf(std::move(*listed));
   return true;
 }

@@ -46,6 +46,10 @@ class CurlInternet : public Internet {
   struct Session {
     Handle root;
     std::unique_ptr<FtpConnection> connection;
+    /// Names of the last enumeration that the server writes otherwise: it gets them back like that.
+    std::map<std::string, std::string> writtenNames;
+
+    [[nodiscard]] const std::string& onServer(const std::string& name) const;
   };
   struct Enumeration {
     Handle session;
@@ -55,13 +59,13 @@ class CurlInternet : public Internet {
   bool fail(ErrorNumber error);
   /// Keeps what the server said and the outcome of the call.
   bool conclude(const FtpConnection& connection, ErrorNumber error);
-  /// The session's connection; without one the call has failed.
-  FtpConnection* connectionOf(Handle session);
+  /// The session of that handle; without one the call has failed.
+  Session* find(Handle session);
   /// One command of a verb and a name.
   bool command(Handle session, const std::string& verb, const std::string& name);
   void closeEnumerationsOf(Handle session);
   void closeSessionsOf(Handle root);
-  bool nextEntry(FtpListing& listing, FindData& entry);
+  bool nextEntry(Session& session, FtpListing& listing, FindData& entry);
 
   bool libraryReady_ = false;
   Handle lastHandle_ = 0;
