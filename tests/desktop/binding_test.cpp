@@ -193,6 +193,20 @@ TEST_F(Binding, OptionsExcludeEachOtherFromBothSides) {
   EXPECT_EQ(clicks, "1010");
 }
 
+TEST_F(Binding, TheKeyboardEntersOptionsAtTheSelectedOne) {
+  const auto focusedByTab = [&](Widget before) {
+    user_.focus(before);
+    user_.press(Key::kTab);
+    return User::focused();
+  };
+  EXPECT_EQ(focusedByTab(field(2)), widget("Option", 0)) << "none is selected";
+  form_.control("Option", 1).select();
+  EXPECT_EQ(focusedByTab(field(2)), widget("Option", 1));
+  EXPECT_EQ(focusedByTab(widget("Option", 1)), widget("Check"));
+  form_.control("Option", 0).select();
+  EXPECT_EQ(focusedByTab(widget("Option", 0)), widget("Check"));
+}
+
 TEST_F(Binding, ACheckBoxAndAButtonReportOnce) {
   Control& check = form_.control("Check");
   Control& button = form_.control("Button", 2);

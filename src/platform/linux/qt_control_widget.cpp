@@ -31,6 +31,15 @@ class ButtonWidget final : public QtControlWidget {
   QPushButton button_;
 };
 
+/// The keyboard enters a group at its selected option.
+void placeTabStop(const QButtonGroup& group) {
+  const QAbstractButton* const selected = group.checkedButton();
+  for (QAbstractButton* button : group.buttons()) {
+    const bool stop = selected == nullptr || button == selected;
+    button->setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus);
+  }
+}
+
 class OptionWidget final : public QtControlWidget {
  public:
   OptionWidget(Control& control, QWidget& parent, QButtonGroup& group)
@@ -44,6 +53,7 @@ class OptionWidget final : public QtControlWidget {
     button_.setEnabled(control().enabled());
     // The group clears the others; clearing the selected one alone is not a state of its own.
     if (control().selected()) button_.setChecked(true);
+    placeTabStop(*button_.group());
   }
 
  private:

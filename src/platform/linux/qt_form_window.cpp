@@ -268,7 +268,8 @@ QtControlWidget* QtFormWindow::firstInTabOrder() const {
   QtControlWidget* first = nullptr;
   for (const auto& widget : widgets_) {
     const int order = widget->control().row().tabOrder;
-    if (order == ControlRow::kNoTab || !widget->widget().isEnabled()) continue;
+    const bool reachable = (widget->widget().focusPolicy() & Qt::TabFocus) != 0;
+    if (!reachable || !widget->widget().isEnabled()) continue;
     if (first == nullptr || order < first->control().row().tabOrder) first = widget.get();
   }
   return first;
