@@ -41,6 +41,10 @@ class Desktop {
   /// closed or the program ends. Without a display it is closed at once, as by its close box.
   virtual void showModal(Form& dialog, Form& owner) = 0;
 
+  /// Forgets clicks and keys for the form's window that have come and not been answered yet, as
+  /// they do while the program is busy. Which modifiers are held is reported all the same.
+  virtual void discardInput(Form& form) = 0;
+
   /// Brings the form's window to the foreground.
   virtual void bringToForeground(Form& form) = 0;
 

@@ -203,7 +203,8 @@ class Form {
   void markClosed();
 
   /// A key was pressed or released while the window had the focus; `shift` is 1 Shift + 2 Ctrl +
-  /// 4 Alt as they are after the event. The key itself goes on to its control.
+  /// 4 Alt as they are after the event. The key itself goes on to its control. A window that loses
+  /// the focus holds no key any more.
   void keyEvent(int shift);
 
   /// A typed character (not a control key) that the focused control would receive; false when it

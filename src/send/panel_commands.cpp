@@ -57,6 +57,8 @@ void PanelCommands::runFromPanel(SendMode mode) {
   form_.SndNG = false;
   form_.disableCommands();
   sendRun_.Snd(mode);
+  // A second click, or one of an impatient user, must not start the next run.
+  desktop_.discardInput(form_);
   form_.enableCommands();
 }
 

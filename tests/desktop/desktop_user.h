@@ -107,6 +107,8 @@ class User {
   }
   void type(const std::string& text);
   void click(Widget widget);
+  /// While the program is busy: it learns of it later.
+  void clickAhead(Widget widget);
   void focus(Widget widget);
   void putOnClipboard(const std::string& text);
   void useCloseBox(Widget window);

@@ -92,6 +92,20 @@ TEST_F(Window, EveryKeyIsPreviewedWithTheModifiersAfterIt) {
   user_.release(Key::kTab);
 }
 
+TEST_F(Window, AKeyThatIsHeldWhenTheWindowGoesCountsAsReleased) {
+  show(form_);
+  int mask = -1;
+  form_.onKey = [&](int shift) { mask = shift; };
+  user_.focus(widget("Text", 0));
+  user_.hold(Key::kShift);
+  EXPECT_EQ(mask, 1);
+  form_.setVisible(false);
+  desktop_->processPendingMessages();
+  EXPECT_EQ(mask, 0);
+  form_.setVisible(true);
+  user_.release(Key::kShift);
+}
+
 TEST_F(Window, EnterAndEscapePressTheirButtons) {
   show(form_);
   std::string pressed;
@@ -168,6 +182,26 @@ TEST_F(Window, ACommandHasTheFocusAgainAfterItsRun) {
   };
   user_.press(Key::kSpace);
   EXPECT_EQ(User::focused(), widget("Button", 2));
+}
+
+TEST_F(Window, ClicksOfABusyTimeCanBeForgotten) {
+  show(form_);
+  Control& command = form_.control("Button", 2);
+  int runs = 0;
+  command.onClick = [&] {
+    if (++runs > 1) return;
+    command.setEnabled(false);
+    user_.clickAhead(widget("Button", 2));
+    user_.clickAhead(widget("Option", 1));
+    desktop_->discardInput(form_);
+    command.setEnabled(true);
+  };
+  user_.click(widget("Button", 2));
+  EXPECT_EQ(runs, 1);
+  EXPECT_FALSE(form_.control("Option", 1).selected());
+  EXPECT_EQ(User::focused(), widget("Button", 2));
+  user_.click(widget("Button", 2));
+  EXPECT_EQ(runs, 2);
 }
 
 TEST_F(Window, ADisabledControlDoesNotTakeTheFocusBackFromTheUser) {

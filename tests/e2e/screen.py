@@ -218,7 +218,7 @@ class FormWindow:
         self.screen = screen
         self.number = number
 
-    def press(self, form, caption, button=1):
+    def press(self, form, caption, times=1):
         """Clicks on the control of that caption or, for a field, name."""
         table = (SOURCE / "src" / "ui" / self.TABLES[form]).read_text(encoding="utf-8")
         rects = re.findall(rf'"{re.escape(caption)}",\s*\{{(\d+), (\d+), (\d+), (\d+)\}}', table)
@@ -229,7 +229,7 @@ class FormWindow:
         x, y, wide, high = (int(re.search(rf"{what}: +(-?\d+)", about)[1]) for what in
                             ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
         self.screen.click(x + (2 * left + min(across, 20)) * wide // (2 * int(width)),
-                          y + (2 * top + down) * high // (2 * int(height)), button)
+                          y + (2 * top + down) * high // (2 * int(height)), times=times)
 
     def fill(self, form, caption, text):
         self.press(form, caption)

@@ -61,7 +61,7 @@ class SetUp(ScreenTest):
         screen.picture("04-connection-complete")
 
         (shop.out / TABLE).unlink()
-        panel.press("FtpForm", "手動転送")
+        panel.press("FtpForm", "手動転送", times=2)  # is one run
         run.wait_for_runs(2)
         self.assertIn(TABLE, shop.delivered())
         screen.picture("05-transfer-complete")
@@ -79,6 +79,7 @@ class SetUp(ScreenTest):
         screen.wait_until(lambda: not screen.popup(), "the menu's end")
 
         # The count has passed the shorter interval already: the next tick sends.
+        self.assertEqual(shop.finished_runs(), 2)
         (shop.out / TABLE).unlink()
         run.request("FTP TIME", 1)
         run.wait_for_runs(3)

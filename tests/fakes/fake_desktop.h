@@ -35,6 +35,7 @@ class FakeDesktop final : public Desktop {
   std::function<void(Form&)> onModal;     ///< the user in a modal dialog, before it is closed
   std::function<void()> onMessageBox;     ///< what happens while a message box is open
   std::function<void()> onPending;        ///< a message waiting in the queue
+  std::function<void()> onDiscard;        ///< before waiting clicks and keys are forgotten
   std::string chosenFolder;               ///< answer of the folder dialog
   std::vector<std::string> folderTitles;  ///< titles of the folder dialogs shown
   std::vector<MessageBox> messageBoxes;
@@ -55,6 +56,9 @@ class FakeDesktop final : public Desktop {
     dialog.setVisible(true);
     if (onModal) onModal(dialog);
     if (!dialog.closed()) dialog.close();
+  }
+  void discardInput(Form&) override {
+    if (onDiscard) onDiscard();
   }
   void bringToForeground(Form&) override {}
   void messageBox(Form&, const std::string& title, const std::string& text) override {

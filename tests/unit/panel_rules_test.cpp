@@ -158,10 +158,14 @@ TEST_F(Panel, DisablesItsCommandsWhileARunLasts) {
     EXPECT_FALSE(desktop.timer->enabled());
     return refused ? std::optional(FakeInternet::Failure{12029}) : std::nullopt;
   };
+  std::string forgetting;
+  desktop.onDiscard = [&] { forgetting = commands(); };
   const auto expectRun = [&](Command::Index command, const std::string& after) {
     during.clear();
+    forgetting.clear();
     click(command);
     EXPECT_EQ(during, "00000/0");
+    EXPECT_EQ(forgetting, "00000/0") << "clicks that came meanwhile start no other run";
     EXPECT_EQ(commands(), after);
   };
   expectRun(Command::kTest, "11011/0");

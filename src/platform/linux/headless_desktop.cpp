@@ -53,6 +53,9 @@ void HeadlessDesktop::showModal(Form& dialog, Form&) {
   dialog.close();
 }
 
+void HeadlessDesktop::discardInput(Form&) {
+}
+
 void HeadlessDesktop::bringToForeground(Form&) {
 }
 

@@ -20,6 +20,7 @@ class HeadlessDesktop final : public Desktop {
   void bind(Form& form) override;
   void release(Form& form) override;
   void showModal(Form& dialog, Form& owner) override;
+  void discardInput(Form& form) override;
   void bringToForeground(Form& form) override;
   void messageBox(Form& owner, const std::string& title, const std::string& text) override;
   std::string browseForFolder(Form& owner, const std::string& title) override;

@@ -104,6 +104,10 @@ void QtDesktop::showModal(Form& dialog, Form& owner) {
   release(dialog);
 }
 
+void QtDesktop::discardInput(Form& form) {
+  if (QtFormWindow* window = visibleWindow(form)) window->discardInput();
+}
+
 void QtDesktop::bringToForeground(Form& form) {
   if (QtFormWindow* window = visibleWindow(form)) {
     window->raise();

@@ -48,6 +48,19 @@ int shiftMask(const QKeyEvent& event) {
   return mask;
 }
 
+bool isInput(const QEvent& event) {
+  switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+      return true;
+    default:
+      return false;
+  }
+}
+
 /// Enter or Escape, sent once more because the key is held down.
 bool isRepeatedAnswer(const QKeyEvent& event) {
   const int key = event.key();
@@ -182,6 +195,13 @@ void QtFormWindow::keepFocusFor(QWidget& widget, const QWidget* focusedBefore) {
   }
 }
 
+void QtFormWindow::discardInput() {
+  const QPointer<QtFormWindow> self = this;
+  discarding_ = true;
+  QCoreApplication::processEvents();
+  if (self) discarding_ = false;
+}
+
 void QtFormWindow::detach() {
   form_ = nullptr;
   for (const auto& widget : widgets_) {
@@ -201,6 +221,8 @@ void QtFormWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (form_ == nullptr || layingOut_) return;
   if (event->type() == QEvent::WindowStateChange) reportState();
+  const bool left = event->type() == QEvent::ActivationChange && !isActiveWindow();
+  if (left) form_->keyEvent(0);  // a release would go elsewhere
   if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) layOut();
 }
 
@@ -234,12 +256,13 @@ void QtFormWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 bool QtFormWindow::eventFilter(QObject* watched, QEvent* event) {
-  const bool byUser =
-      event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress;
-  if (byUser) focusWaiting_.clear();
   const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
   // A key that a control leaves alone is sent to the window next: it is one event all the same.
   if (key && watched == focusWidget()) previewKey(static_cast<const QKeyEvent&>(*event));
+  if (discarding_ && isInput(*event)) return true;
+  const bool byUser =
+      event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress;
+  if (byUser) focusWaiting_.clear();
   // One that is held down must not press a button again, nor the next window's one.
   if (key && isRepeatedAnswer(static_cast<const QKeyEvent&>(*event))) return true;
   return QWidget::eventFilter(watched, event);

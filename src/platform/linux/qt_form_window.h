@@ -26,6 +26,8 @@ class QtFormWindow final : public QWidget {
   /// Takes over the form's caption, visibility, window state and topmost.
   void syncForm();
   void syncControl(Control& control);
+  /// Processes what has happened meanwhile, with clicks and keys left out.
+  void discardInput();
   /// Hides the window and forgets the form.
   void detach();
 
@@ -57,6 +59,7 @@ class QtFormWindow final : public QWidget {
   /// has turned to another control meanwhile. (A command is disabled while it runs.)
   QPointer<QWidget> focusWaiting_;
   bool layingOut_ = false;
+  bool discarding_ = false;
   bool painted_ = false;  ///< since it was last shown
 };
 

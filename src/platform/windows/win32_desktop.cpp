@@ -86,6 +86,17 @@ void Win32Desktop::showModal(Form& dialog, Form& owner) {
   release(dialog);
 }
 
+void Win32Desktop::discardInput(Form& form) {
+  Win32FormWindow* const window = windowOf(form);
+  if (window == nullptr) return;
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE) != FALSE) {
+    window->preview(message);
+  }
+  while (PeekMessageW(&message, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE) != FALSE) {
+  }
+}
+
 void Win32Desktop::bringToForeground(Form& form) {
   if (const Win32FormWindow* window = windowOf(form)) SetForegroundWindow(window->handle());
 }

@@ -90,6 +90,9 @@ bool Win32FormWindow::handleMessage(UINT message, WPARAM first, LPARAM second) {
     case WM_CLOSE:
       form_.close();
       return true;
+    case WM_ACTIVATE:
+      if (LOWORD(first) == WA_INACTIVE) form_.keyEvent(0);  // a release would go elsewhere
+      return false;
     case WM_SIZE:
       PostMessageW(handle_, kReportState, 0, 0);
       return false;
@@ -156,8 +159,12 @@ void Win32FormWindow::setIcons(Win32Icon small, Win32Icon big) {
   bigIcon_ = std::move(big);
 }
 
-bool Win32FormWindow::translate(MSG& message) {
+void Win32FormWindow::preview(const MSG& message) {
   if (isKeyMessage(message)) form_.keyEvent(shiftMask());
+}
+
+bool Win32FormWindow::translate(MSG& message) {
+  preview(message);
   // A key held down belongs to the window in which it was pressed: it must not press the next
   // one's button.
   if (isRepeatedAnswer(message)) return true;

@@ -34,6 +34,8 @@ class Win32FormWindow final : public FormView {
   /// Takes a message of this window or one of its children; false when it is to be dispatched as
   /// usual.
   bool translate(MSG& message);
+  /// Tells the form which modifiers are held, if it is a message of a key.
+  void preview(const MSG& message);
 
  private:
   static INT_PTR CALLBACK dialogProc(HWND window, UINT message, WPARAM first, LPARAM second);

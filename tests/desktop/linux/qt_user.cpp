@@ -168,6 +168,16 @@ void User::click(Widget widget) {
   settle();
 }
 
+void User::clickAhead(Widget widget) {
+  const QPointF point(8, qt(widget)->height() / 2.0);
+  const QPointF onScreen = qt(widget)->mapToGlobal(point);
+  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+    const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+    QCoreApplication::postEvent(
+        qt(widget), new QMouseEvent(type, point, onScreen, Qt::LeftButton, held, Qt::NoModifier));
+  }
+}
+
 void User::focus(Widget widget) {
   qt(widget)->setFocus(Qt::TabFocusReason);
   settle();

@@ -174,12 +174,16 @@ void User::type(const std::string& text) {
 void User::click(Widget widget) {
   // Of a disabled one the mouse tells the window behind it.
   if (!isEnabled(widget)) return;
+  clickAhead(widget);
+  settle();
+}
+
+void User::clickAhead(Widget widget) {
   RECT inside{};
   GetClientRect(win(widget), &inside);
   const LPARAM point = MAKELPARAM(8, inside.bottom / 2);
   PostMessageW(win(widget), WM_LBUTTONDOWN, MK_LBUTTON, point);
   PostMessageW(win(widget), WM_LBUTTONUP, 0, point);
-  settle();
 }
 
 void User::focus(Widget widget) {
