@@ -1,5 +1,6 @@
 #include "send/folder_copy.h"
 
+#include "text/code_page.h"
 #include "text/path.h"
 #include "text/strings.h"
 
@@ -13,7 +14,10 @@ constexpr int kDroppedSeparators = 2;
 
 bool FolderCopy::Copy_OutFold(const std::string& sourceFolder, const std::string& name,
                               bool deleteOnly) {
-  std::string_view folder = trimmed(form_.text(FtpForm::Field::kOutputFolder));
+  // As the settings can keep it: a folder that is reached today must be found after a restart.
+  const std::string kept =
+      fromCodePage932(toCodePage932(form_.text(FtpForm::Field::kOutputFolder)));
+  std::string_view folder = trimmed(kept);
   if (characterCount(folder) <= 1) return false;
   for (int i = 0; i < kDroppedSeparators && folder.ends_with(kSeparator); ++i) {
     folder.remove_suffix(1);

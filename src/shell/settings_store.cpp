@@ -54,6 +54,8 @@ void IniRedWrt::locateTicketIni(const std::string& programFolder) {
     folder = programFolder;
     writeOwn("HST FOLD", folder);
   }
+  // The code page lacks characters that a path may have; the program's own folder is known anyway.
+  if (toCodePage932(folder) == toCodePage932(programFolder)) folder = programFolder;
   TicketIniPath = joinPath(folder, "karvel.ini");
 }
 

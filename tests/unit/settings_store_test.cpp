@@ -72,6 +72,16 @@ TEST_F(SettingsStoreTest, MakesAReadOnlyFileNormalForTheSecondAttempt) {
   EXPECT_FALSE(store.WriteIni("S", "K", "V", joinPath("nowhere", "karvel.hnb")));
 }
 
+TEST_F(SettingsStoreTest, FindsTheProgramsOwnFolderWhateverItIsCalled) {
+  for (const char* start : {"first", "next"}) {
+    store.locateTicketIni("caf\u00E9");
+    EXPECT_EQ(store.TicketIniPath, joinPath("caf\u00E9", "karvel.ini")) << start;
+  }
+  store.writeOwn("HST FOLD", "表");
+  store.locateTicketIni("caf\u00E9");
+  EXPECT_EQ(store.TicketIniPath, joinPath("表", "karvel.ini"));
+}
+
 TEST_F(SettingsStoreTest, TheRunLogAppendsDatedLinesWhereItsFolderIs) {
   const std::string folder = joinPath("shop", "Log");
   RunLog log(files, clock, "shop");

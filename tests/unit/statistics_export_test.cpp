@@ -106,6 +106,11 @@ TEST_F(Export, FailsWhereItCannotDeliver) {
          files.folders.insert("o");
          form().Text1[Field::kOutputFolder].setText(" o ");
        }},
+      {"output folder that no settings file can name",
+       [&] {
+         files.folders.insert("1階〜");  // U+301C, which the code page lacks
+         form().Text1[Field::kOutputFolder].setText("1階〜");
+       }},
       {"an older copy that is read-only",
        [&] {
          files.files[outPath("00345_240115.txt")] = {"old", true};
