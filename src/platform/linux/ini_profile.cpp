@@ -18,7 +18,6 @@ namespace karvel {
 namespace {
 
 constexpr off_t kLargestFile = 16 * 1024 * 1024;  ///< bytes; a larger one is no settings file
-constexpr mode_t kNewFileMode = 0600;
 
 std::optional<std::string> readFile(const std::string& path) {
   struct stat status {};
@@ -41,16 +40,6 @@ std::string linkTarget(const std::string& path) {
 void syncFolder(const std::string& folder) {
   const FileDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (descriptor.valid()) fsync(descriptor.get());
-}
-
-/// A file that is nobody else's. One of that name has been left behind by a program that was
-/// killed.
-FileDescriptor createAnew(const std::string& path) {
-  constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-  const int descriptor = open(path.c_str(), kFlags, kNewFileMode);
-  if (descriptor >= 0 || errno != EEXIST) return FileDescriptor(descriptor);
-  unlink(path.c_str());
-  return FileDescriptor(open(path.c_str(), kFlags, kNewFileMode));
 }
 
 /// Gives the new file owner, group and permissions of the one that it is to replace.
@@ -83,8 +72,8 @@ bool rewriteFile(const std::string& path, std::string_view content) {
 
 /// `old` is the file there, or nullptr.
 bool storeFile(const std::string& path, std::string_view content, const struct stat* old) {
-  const std::string temporary = path + ".new";
-  FileDescriptor file = createAnew(temporary);
+  std::string temporary = path + ".XXXXXX";
+  FileDescriptor file(mkostemp(temporary.data(), O_CLOEXEC));
   if (!file.valid()) return old != nullptr && errno == EACCES && rewriteFile(path, content);
   if (old != nullptr && !inheritFrom(*old, file.get())) {
     unlink(temporary.c_str());

@@ -80,15 +80,6 @@ TEST(IniProfile, AFileThatIsSomebodyElsesStaysTheirs) {
   }
 }
 
-TEST(IniProfile, WhatAKilledProgramLeftIsNotInTheWay) {
-  const ScratchFolder folder;
-  const std::string path = folder.add("karvel.hnb", "[S]\r\na=1\r\n");
-  folder.add("karvel.hnb.new", "[S");
-  EXPECT_TRUE(IniProfile().write("S", "a", "2", path));
-  EXPECT_EQ(ScratchFolder::content(path), "[S]\r\na=2\r\n");
-  EXPECT_EQ(folder.entryCount(), 1U);
-}
-
 TEST(IniProfile, LeavesNothingBehindWhenItCannotWrite) {
   const ScratchFolder folder;
   const std::string pipe = folder.path("pipe.ini");
