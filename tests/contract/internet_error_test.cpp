@@ -43,7 +43,10 @@ TEST_F(InternetErrors, HostsThatDoNotResolve) {
                                               "127.0.0.1:21",
                                               "127.0.0.1#",
                                               "[::1]",
-                                              "%31%32%37.0.0.1"};
+                                              "%31%32%37.0.0.1",
+                                              "a..b",
+                                              "-",
+                                              "\x93\x8C\x8B\x9E"};
   for (const auto& host : hosts) {
     account.host = host;
     EXPECT_EQ(loginError(account), Internet::kErrorNameNotResolved) << host.value_or("(none)");
@@ -119,6 +122,26 @@ TEST_F(InternetErrors, AnyOtherRefusalComesWithTheServersText) {
   EXPECT_EQ(server_.connections(), 1);
 }
 
+TEST_F(InternetErrors, ARefusedGreetingComesWithItsText) {
+  server_.on(ScriptedFtpServer::kGreeting, 1, FtpFault::refuse("421 Too many users."));
+  if (differsHere(Difference::kGreetingIsNotChecked)) {
+    EXPECT_NE(connect(), 0U) << "the login after it counts";
+    return;
+  }
+  EXPECT_EQ(loginError(account()), Internet::kErrorExtended);
+  EXPECT_EQ(internet_->lastResponse().text, "421 Too many users.");
+}
+
+TEST_F(InternetErrors, AServerThatSaysItClosesIsLostAfterwards) {
+  server_.on("CWD", 1, FtpFault::refuse("421 Idle for too long."));
+  const Handle session = connect();
+  EXPECT_FALSE(internet_->setCurrentDirectory(session, "x"));
+  EXPECT_EQ(internet_->lastError(), Internet::kErrorExtended);
+  EXPECT_EQ(internet_->lastResponse().text, "421 Idle for too long.");
+  EXPECT_FALSE(internet_->setCurrentDirectory(session, "x"));
+  EXPECT_EQ(server_.connections(), 1);
+}
+
 TEST_F(InternetErrors, ServerTextsArriveAsCodePage932) {
   const Handle session = connect();
   server_.on("DELE", 1, FtpFault::refuse("550 \xE8\xA1\xA8\xE3\x81\xAF\xE7\xA9\xBA"));  // UTF-8
@@ -158,6 +181,15 @@ TEST_F(InternetErrors, ADroppedConnectionIsReportedAndNotReplaced) {
     EXPECT_TRUE(internet_->close(session));
     EXPECT_EQ(server_.connections(), ++expectedConnections) << name;
   }
+}
+
+TEST_F(InternetErrors, AConnectionDroppedInBetweenIsReported) {
+  server_.on("CWD", 1, FtpFault::dropAfter());
+  const Handle session = connect();
+  EXPECT_TRUE(internet_->setCurrentDirectory(session, "/"));
+  EXPECT_FALSE(internet_->setCurrentDirectory(session, "/"));
+  EXPECT_TRUE(isLost(internet_->lastError())) << internet_->lastError();
+  EXPECT_EQ(server_.connections(), 1);
 }
 
 TEST_F(InternetErrors, ATransferThatTheServerCutsFails) {

@@ -30,7 +30,7 @@ bool InternetTest::put(Handle session, const std::string& content, const std::st
   return internet_->putFile(session, localFile(content), remoteName, type);
 }
 
-InternetTest::Names InternetTest::list(Handle session, Internet::ErrorNumber* end) {
+InternetTest::Names InternetTest::list(Handle session) {
   Names names;
   Internet::FindData entry;
   const Handle find = internet_->findFirst(session, "*.*", entry);
@@ -39,7 +39,6 @@ InternetTest::Names InternetTest::list(Handle session, Internet::ErrorNumber* en
     names.push_back(entry.name);
     found = internet_->findNext(find, entry);
   }
-  if (end != nullptr) *end = internet_->lastError();
   if (find != 0) internet_->close(find);
   return names;
 }

@@ -32,8 +32,8 @@ class InternetTest : public ::testing::Test {
   std::string localFile(const std::string& content);
   bool put(Handle session, const std::string& content, const std::string& remoteName,
            std::uint32_t type = Internet::kTransferBinary);
-  /// The names of the current folder, and in `end` the error number that ended the enumeration.
-  Names list(Handle session, Internet::ErrorNumber* end = nullptr);
+  /// The names of the current folder.
+  Names list(Handle session);
 
   ScriptedFtpServer server_;
   TemporaryFolder folder_;

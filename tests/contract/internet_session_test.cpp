@@ -164,6 +164,17 @@ TEST_F(InternetSession, GivesSizesBeyondFourGibibytes) {
   EXPECT_EQ(entry.sizeLow, ends ? 0x7FFFFFFFU : 0x80000000U);
 }
 
+TEST_F(InternetSession, TransfersInActiveModeToo) {
+  const Handle session = connect(Internet::kFlagAsync);
+  ASSERT_NE(session, 0U);
+  EXPECT_TRUE(put(session, "a\r\n", "a.txt", Internet::kTransferAscii));
+  EXPECT_EQ(server_.tree().content("/a.txt"), "a\r\n");
+  EXPECT_EQ(list(session), (Names{"a.txt"}));
+  const Names lines = server_.transcript();
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "PORT"), 2);
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "PASV"), 0);
+}
+
 class InternetForeignAddress : public InternetTest {
  protected:
   InternetForeignAddress() : InternetTest({.passiveHost = "10,255,255,1"}) {}

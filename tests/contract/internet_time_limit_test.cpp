@@ -48,6 +48,38 @@ TEST_F(InternetTimeLimits, EndTheWaitByThemselves) {
   EXPECT_LT(std::chrono::steady_clock::now() - begin, waits ? kLongest : kAtMost);
 }
 
+TEST_F(InternetTimeLimits, ASilentServerAtLogin) {
+  for (const char* command : {ScriptedFtpServer::kGreeting, "USER", "PASS"}) {
+    server_.behave();
+    server_.on(command, 1, FtpFault::stall());
+    EXPECT_EQ(errorOf([&] { return connect(); }), Internet::kErrorTimeout) << command;
+  }
+}
+
+TEST_F(InternetTimeLimits, ASilentServerInASession) {
+  server_.tree().addFile("/x", "x");
+  const struct {
+    const char* command;
+    FtpFault fault;
+  } cases[] = {
+      {"PASV", FtpFault::stall()},
+      {"TYPE", FtpFault::stall()},
+      {"STOR", FtpFault::stall()},
+      {"STOR", FtpFault::stallTransfer(3)},
+  };
+  for (const auto& testCase : cases) {
+    server_.behave();
+    server_.on(testCase.command, 1, testCase.fault);
+    const Handle session = connect();
+    ASSERT_NE(session, 0U);
+    EXPECT_EQ(errorOf([&] { return put(session, "abcdef", "x"); }), Internet::kErrorTimeout)
+        << testCase.command;
+    EXPECT_FALSE(internet_->deleteFile(session, "x")) << "no late reply may answer this";
+    EXPECT_TRUE(internet_->close(session));
+  }
+  EXPECT_TRUE(server_.tree().isFile("/x"));
+}
+
 TEST_F(InternetTimeLimits, AServerThatStopsReadingOrWriting) {
   server_.tree().addFile("/x", "x");
   server_.on("STOR", 1, FtpFault::stallTransfer(1000));

@@ -19,7 +19,8 @@ enum class Difference {
   // servers that fall silent or speak no FTP are tried where the limits hold, and a run is broken
   // off in fewer of the ways that need none.
   kTimeLimitsDoNotHold,
-  // It does not look at the reply that follows a listing.
+  // It does not look at the greeting's code, nor at the reply that follows a listing.
+  kGreetingIsNotChecked,
   kReplyAfterAListingIsNotChecked,
   // Of a reply of several lines it keeps the last one; 425 it takes for a connection that failed.
   kReplyIsItsLastLine,

@@ -20,7 +20,6 @@ using Field = FtpForm::Field;
 constexpr std::uint32_t kShortLimit = 300;  ///< milliseconds
 const std::string kOpenNg = "FTP:OPEN NG ";
 const std::string kNoFolder = "指定フォルダがありません";
-const std::string kTimeout = kOpenNg + "12002/要求がタイムアウトになりました。";
 
 class BadInput : public ::testing::Test {
  protected:
