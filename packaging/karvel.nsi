@@ -180,7 +180,6 @@ FunctionEnd
 
 Section "Uninstall"
   Call un.stopProgram
-  StrCpy $0 IDNO
   MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "設定とログも削除しますか?" /SD IDNO IDNO keepSettings
     Delete "$INSTDIR\karvel.hnb"
     Call un.deleteLogs

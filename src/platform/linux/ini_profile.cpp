@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <optional>
@@ -62,12 +61,12 @@ bool replaceFile(const std::string& path, FileDescriptor file, const std::string
   return stored;
 }
 
-/// Writes over the old content, which takes no more room on the disk than it must.
+/// Writes over the old content, once there is room for all of the new one.
 bool rewriteFile(const std::string& path, std::string_view content) {
+  const auto size = static_cast<off_t>(content.size());
   FileDescriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW));
-  return file.valid() && file.writeAll(content) &&
-         ftruncate(file.get(), static_cast<off_t>(content.size())) == 0 && fsync(file.get()) == 0 &&
-         file.close();
+  return file.valid() && posix_fallocate(file.get(), 0, size) == 0 && file.writeAll(content) &&
+         ftruncate(file.get(), size) == 0 && fsync(file.get()) == 0 && file.close();
 }
 
 /// `old` is the file there, or nullptr.

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <thread>
 
+#include "contract/linux/file_size_limit.h"
 #include "contract/scratch_folder.h"
 
 namespace karvel {
@@ -76,6 +77,21 @@ TEST(IniProfile, AFileThatIsSomebodyElsesStaysTheirs) {
     ASSERT_EQ(stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_uid, owner);
     EXPECT_EQ(permissionsOf(path), 0664U);
+    EXPECT_EQ(folder.entryCount(), 1U);
+  }
+}
+
+TEST(IniProfile, AFullDiskLeavesTheOldContent) {
+  const ScratchFolder folder;
+  const std::string before = "[S]\r\na=1\r\nb=" + std::string(10'000, 'x') + "\r\n";
+  const std::string path = folder.add("karvel.ini", before);
+  ASSERT_EQ(chmod(path.c_str(), 0666), 0);
+  for (const mode_t folderMode : {0555, 0755}) {  // written over, replaced
+    ASSERT_EQ(chmod(folder.path().c_str(), folderMode), 0);
+    const FileSizeLimit limit(before.size());
+    const auto user = folderMode == 0555 ? std::make_unique<AsNobody>() : nullptr;
+    EXPECT_FALSE(IniProfile().write("S", "a", "longer", path));
+    EXPECT_EQ(ScratchFolder::content(path), before);
     EXPECT_EQ(folder.entryCount(), 1U);
   }
 }
