@@ -4,10 +4,10 @@
 #include <fstream>
 #include <string>
 
-#include "platform/linux/ini_profile.h"
-#include "platform/linux/posix_files.h"
-#include "platform/linux/system_clock.h"
-#include "shell/settings_store.h"
+#include "platform/linux/system/ini_profile.h"
+#include "platform/linux/system/posix_files.h"
+#include "platform/linux/system/system_clock.h"
+#include "store/settings_store.h"
 
 namespace karvel {
 namespace {

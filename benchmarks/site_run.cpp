@@ -9,7 +9,7 @@
 #include "contract/ports.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_instance.h"
-#include "platform/linux/system_clock.h"
+#include "platform/linux/system/system_clock.h"
 
 // One piece of the program's work with an FTP server, without a desktop: what it takes, in
 // milliseconds.

@@ -8,13 +8,13 @@
 #include "send/send_settings.h"
 #include "send/shop_info.h"
 #include "send/statistics_export.h"
-#include "shell/run_log.h"
 #include "shell/scheduler.h"
-#include "shell/settings_store.h"
 #include "shell/start_up.h"
 #include "shell/window_lifecycle.h"
 #include "stats/desk_reader.h"
 #include "stats/statistics_table.h"
+#include "store/run_log.h"
+#include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

@@ -5,7 +5,7 @@
 #include "ftp/remote_listing.h"
 #include "ftp/session_holder.h"
 #include "platform/files.h"
-#include "shell/run_log.h"
+#include "store/run_log.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

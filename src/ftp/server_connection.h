@@ -6,7 +6,7 @@
 #include "ftp/remote_listing.h"
 #include "ftp/server_list.h"
 #include "ftp/session_holder.h"
-#include "shell/settings_store.h"
+#include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/files.h"
-#include "shell/settings_store.h"
+#include "store/settings_store.h"
 
 namespace karvel {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/form.h"
+#include "form/form.h"
 
 namespace karvel {
 

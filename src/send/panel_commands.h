@@ -6,7 +6,7 @@
 #include "platform/desktop.h"
 #include "send/send_run.h"
 #include "send/send_settings.h"
-#include "shell/settings_store.h"
+#include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

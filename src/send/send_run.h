@@ -7,8 +7,8 @@
 #include "platform/desktop.h"
 #include "send/send_settings.h"
 #include "send/statistics_export.h"
-#include "shell/run_log.h"
-#include "shell/settings_store.h"
+#include "store/run_log.h"
+#include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/settings_store.h"
+#include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

@@ -4,8 +4,8 @@
 
 #include "ftp/ftp_site.h"
 #include "send/folder_copy.h"
-#include "shell/run_log.h"
-#include "shell/settings_store.h"
+#include "store/run_log.h"
+#include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

@@ -7,8 +7,8 @@
 #include "platform/files.h"
 #include "send/folder_copy.h"
 #include "send/shop_info.h"
-#include "shell/run_log.h"
 #include "stats/statistics_table.h"
+#include "store/run_log.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

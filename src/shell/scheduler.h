@@ -5,8 +5,8 @@
 
 #include "send/panel_commands.h"
 #include "send/send_run.h"
-#include "shell/settings_store.h"
 #include "shell/window_lifecycle.h"
+#include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

@@ -4,8 +4,8 @@
 
 #include "platform/platform.h"
 #include "send/panel_commands.h"
-#include "shell/settings_store.h"
 #include "shell/window_lifecycle.h"
+#include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

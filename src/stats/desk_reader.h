@@ -3,8 +3,8 @@
 #include <string>
 
 #include "platform/files.h"
-#include "shell/settings_store.h"
 #include "stats/desk_figures.h"
+#include "store/settings_store.h"
 
 namespace karvel {
 

@@ -4,8 +4,8 @@
 
 #include "platform/clock.h"
 #include "platform/files.h"
-#include "shell/settings_store.h"
 #include "stats/desk_reader.h"
+#include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "form/form.h"
 #include "platform/desktop.h"
-#include "platform/form.h"
-#include "shell/settings_store.h"
+#include "store/settings_store.h"
 
 namespace karvel {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/form.h"
-#include "shell/settings_store.h"
+#include "form/form.h"
+#include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

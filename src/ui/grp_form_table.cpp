@@ -1,6 +1,6 @@
 #include <array>
 
-#include "ui/control_rows.h"
+#include "form/control_rows.h"
 #include "ui/grp_form.h"
 
 namespace karvel {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/form.h"
+#include "form/form.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {

@@ -1,7 +1,7 @@
 #include <array>
 
+#include "form/control_rows.h"
 #include "ui/configured_values.h"
-#include "ui/control_rows.h"
 #include "ui/user_form.h"
 
 namespace karvel {

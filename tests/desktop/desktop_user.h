@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "form/form.h"
 #include "platform/desktop.h"
-#include "platform/form.h"
 
 namespace karvel {
 

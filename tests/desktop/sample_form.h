@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/form.h"
+#include "form/form.h"
 
 namespace karvel {
 

@@ -4,25 +4,29 @@
 
 #include "fakes/fake_files.h"
 #include "platform/profile.h"
-#include "text/ini_text.h"
 
 namespace karvel {
 
-/// Profile files in the fake file system.
+/// Profile files in the fake file system, as plain as the tests write them: "[section]" and
+/// "key=value" lines, names spelled as the program spells them.
 class FakeProfile final : public Profile {
  public:
   explicit FakeProfile(FakeFiles& files) : files_(files) {}
 
+  /// The value in such a text, without the quotes around it; "" without one.
+  static std::string valueIn(const std::string& text, const std::string& section,
+                             const std::string& key);
+  /// The text with the value set.
+  static std::string withValue(std::string text, const std::string& section, const std::string& key,
+                               const std::string& value);
+
   std::string read(const std::string& section, const std::string& key, const std::string& file,
                    std::size_t bufferSize) override {
-    const auto text = files_.contentOf(file);
-    return text ? iniValue(*text, section, key).substr(0, bufferSize - 1) : std::string();
+    return valueIn(files_.contentOf(file).value_or(""), section, key).substr(0, bufferSize - 1);
   }
-
   bool write(const std::string& section, const std::string& key, const std::string& value,
              const std::string& file) override {
-    const auto text = files_.contentOf(file);
-    return files_.write(file, iniWithValue(text.value_or(""), section, key, value));
+    return files_.write(file, withValue(files_.contentOf(file).value_or(""), section, key, value));
   }
 
  private:

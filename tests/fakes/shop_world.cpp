@@ -1,7 +1,7 @@
 #include "fakes/shop_world.h"
 
+#include "fakes/fake_profile.h"
 #include "text/code_page.h"
-#include "text/ini_text.h"
 #include "text/path.h"
 
 namespace karvel {
@@ -57,22 +57,24 @@ void ShopWorld::tick(int count) {
 }
 
 std::string ShopWorld::own(const std::string& key) {
-  return fromCodePage932(iniValue(files.files[path(kOwn)].content, "FTP INFOMATION", key));
+  const std::string& text = files.files[path(kOwn)].content;
+  return fromCodePage932(FakeProfile::valueIn(text, "FTP INFOMATION", key));
 }
 
 void ShopWorld::setOwn(const std::string& key, const std::string& value) {
   std::string& text = files.files[path(kOwn)].content;
-  text = iniWithValue(text, "FTP INFOMATION", key, toCodePage932(value));
+  text = FakeProfile::withValue(text, "FTP INFOMATION", key, toCodePage932(value));
 }
 
 std::string ShopWorld::ticket(const std::string& section, const std::string& key) {
-  return fromCodePage932(iniValue(files.files[path(kTicket)].content, section, key));
+  const std::string& text = files.files[path(kTicket)].content;
+  return fromCodePage932(FakeProfile::valueIn(text, section, key));
 }
 
 void ShopWorld::setTicket(const std::string& section, const std::string& key,
                           const std::string& value) {
   std::string& text = files.files[path(kTicket)].content;
-  text = iniWithValue(text, section, key, toCodePage932(value));
+  text = FakeProfile::withValue(text, section, key, toCodePage932(value));
 }
 
 void ShopWorld::useOwnSite() {

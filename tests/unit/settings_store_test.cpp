@@ -1,11 +1,11 @@
-#include "shell/settings_store.h"
+#include "store/settings_store.h"
 
 #include <gtest/gtest.h>
 
 #include "fakes/fake_clock.h"
 #include "fakes/fake_files.h"
 #include "fakes/fake_profile.h"
-#include "shell/run_log.h"
+#include "store/run_log.h"
 #include "text/path.h"
 
 namespace karvel {

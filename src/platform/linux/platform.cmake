@@ -3,7 +3,7 @@ find_package(Threads REQUIRED)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
 find_library(XCB_LIBRARY xcb REQUIRED)
 
-karvel_sources(platform_sources src/platform/linux/*.cpp)
+karvel_sources(platform_sources src/platform/linux/*.cpp src/platform/linux/*/*.cpp)
 qt6_add_resources(image_sources ${CMAKE_SOURCE_DIR}/assets/icons/icons.qrc)
 add_library(karvel_platform STATIC ${platform_sources} ${image_sources})
 target_link_libraries(karvel_platform

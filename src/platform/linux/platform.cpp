@@ -2,14 +2,14 @@
 
 #include <filesystem>
 
-#include "platform/linux/curl_internet.h"
-#include "platform/linux/folder_lock_instance.h"
-#include "platform/linux/headless_desktop.h"
-#include "platform/linux/ini_profile.h"
-#include "platform/linux/posix_files.h"
-#include "platform/linux/qt_desktop.h"
-#include "platform/linux/qt_display.h"
-#include "platform/linux/system_clock.h"
+#include "platform/linux/desktop/headless_desktop.h"
+#include "platform/linux/desktop/qt_desktop.h"
+#include "platform/linux/desktop/qt_display.h"
+#include "platform/linux/internet/curl_internet.h"
+#include "platform/linux/system/folder_lock_instance.h"
+#include "platform/linux/system/ini_profile.h"
+#include "platform/linux/system/posix_files.h"
+#include "platform/linux/system/system_clock.h"
 
 namespace karvel {
 namespace {

@@ -1,4 +1,4 @@
-karvel_sources(platform_sources src/platform/windows/*.cpp)
+karvel_sources(platform_sources src/platform/windows/*.cpp src/platform/windows/*/*.cpp)
 add_library(karvel_platform STATIC ${platform_sources})
 # Windows 7 is the oldest system that the program starts on.
 target_compile_definitions(karvel_platform PUBLIC

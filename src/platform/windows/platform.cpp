@@ -4,13 +4,13 @@
 
 #include <algorithm>
 
-#include "platform/windows/mutex_instance.h"
-#include "platform/windows/system_clock.h"
-#include "platform/windows/wide_text.h"
-#include "platform/windows/win32_desktop.h"
-#include "platform/windows/win32_files.h"
-#include "platform/windows/win32_profile.h"
-#include "platform/windows/wininet_internet.h"
+#include "platform/windows/desktop/win32_desktop.h"
+#include "platform/windows/internet/wininet_internet.h"
+#include "platform/windows/system/mutex_instance.h"
+#include "platform/windows/system/system_clock.h"
+#include "platform/windows/system/wide_text.h"
+#include "platform/windows/system/win32_files.h"
+#include "platform/windows/system/win32_profile.h"
 
 namespace karvel {
 namespace {

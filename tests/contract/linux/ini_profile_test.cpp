@@ -1,4 +1,4 @@
-#include "platform/linux/ini_profile.h"
+#include "platform/linux/system/ini_profile.h"
 
 #include <gtest/gtest.h>
 #include <sys/fsuid.h>

@@ -1,6 +1,6 @@
 #include "contract/make_internet.h"
 
-#include "platform/linux/curl_internet.h"
+#include "platform/linux/internet/curl_internet.h"
 
 namespace karvel {
 

@@ -1,8 +1,8 @@
 #include "contract/ports.h"
 
-#include "platform/linux/folder_lock_instance.h"
-#include "platform/linux/ini_profile.h"
-#include "platform/linux/posix_files.h"
+#include "platform/linux/system/folder_lock_instance.h"
+#include "platform/linux/system/ini_profile.h"
+#include "platform/linux/system/posix_files.h"
 
 namespace karvel {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/posix_files.h"
+#include "platform/linux/system/posix_files.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

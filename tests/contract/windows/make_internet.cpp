@@ -1,6 +1,6 @@
 #include "contract/make_internet.h"
 
-#include "platform/windows/wininet_internet.h"
+#include "platform/windows/internet/wininet_internet.h"
 
 namespace karvel {
 

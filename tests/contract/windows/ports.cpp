@@ -1,8 +1,8 @@
 #include "contract/ports.h"
 
-#include "platform/windows/mutex_instance.h"
-#include "platform/windows/win32_files.h"
-#include "platform/windows/win32_profile.h"
+#include "platform/windows/system/mutex_instance.h"
+#include "platform/windows/system/win32_files.h"
+#include "platform/windows/system/win32_profile.h"
 
 namespace karvel {
 

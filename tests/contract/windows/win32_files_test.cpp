@@ -1,12 +1,12 @@
-#include "platform/windows/win32_files.h"
+#include "platform/windows/system/win32_files.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include "contract/known_differences.h"
 #include "contract/scratch_folder.h"
-#include "platform/windows/wide_text.h"
-#include "platform/windows/win32_handle.h"
+#include "platform/windows/system/wide_text.h"
+#include "platform/windows/system/win32_handle.h"
 
 namespace karvel {
 namespace {

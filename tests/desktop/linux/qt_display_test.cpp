@@ -1,4 +1,4 @@
-#include "platform/linux/qt_display.h"
+#include "platform/linux/desktop/qt_display.h"
 
 #include <gtest/gtest.h>
 

@@ -13,8 +13,8 @@
 #include <utility>
 
 #include "desktop/desktop_user.h"
-#include "platform/linux/qt_desktop.h"
-#include "platform/linux/qt_text.h"
+#include "platform/linux/desktop/qt_desktop.h"
+#include "platform/linux/desktop/qt_text.h"
 
 namespace karvel {
 namespace {

@@ -9,11 +9,11 @@
 #include <utility>
 
 #include "desktop/desktop_user.h"
-#include "platform/windows/wide_text.h"
-#include "platform/windows/win32_control_order.h"
-#include "platform/windows/win32_desktop.h"
-#include "platform/windows/win32_gdi.h"
-#include "platform/windows/win32_text.h"
+#include "platform/windows/desktop/win32_control_order.h"
+#include "platform/windows/desktop/win32_desktop.h"
+#include "platform/windows/desktop/win32_gdi.h"
+#include "platform/windows/desktop/win32_text.h"
+#include "platform/windows/system/wide_text.h"
 
 namespace karvel {
 namespace {

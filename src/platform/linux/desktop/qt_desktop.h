@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QApplication>
+#include <QSocketNotifier>
+#include <QTranslator>
+#include <map>
+#include <memory>
+
+#include "platform/desktop.h"
+#include "platform/linux/desktop/qt_form_view.h"
+#include "platform/linux/desktop/qt_tray_icon.h"
+#include "platform/linux/system/end_signals.h"
+
+namespace karvel {
+
+/// The desktop by Qt Widgets. A display must be there (see qt_display.h).
+class QtDesktop final : public Desktop {
+ public:
+  QtDesktop();
+  ~QtDesktop() override;
+
+  bool hasDisplay() const override { return true; }
+  void bind(Form& form) override;
+  void release(Form& form) override;
+  void showModal(Form& dialog, Form& owner) override;
+  void discardInput(Form& form) override;
+  void bringToForeground(Form& form) override;
+  void messageBox(Form& owner, const std::string& title, const std::string& text) override;
+  std::string browseForFolder(Form& owner, const std::string& title) override;
+  void addTrayIcon(Form& owner, TrayImage image, const std::string& tip,
+                   std::function<void()> onRightButtonUp) override;
+  void changeTrayIcon(TrayImage image, const std::string& tip) override;
+  void removeTrayIcon() override;
+  void popupMenu(Form& owner, const std::vector<MenuItem*>& items) override;
+  std::unique_ptr<Timer> createTimer(std::chrono::milliseconds interval,
+                                     std::function<void()> onTick) override;
+  void processPendingMessages() override;
+  void setEndSessionHandler(std::function<void()> handler) override;
+  void run() override;
+  void quit() override;
+
+ private:
+  /// What QApplication refers to for as long as it lives. The program's own arguments are none of
+  /// Qt's.
+  struct Arguments {
+    int count = 1;
+    char name[7] = "karvel";
+    char* values[2] = {name, nullptr};
+  };
+
+  void endSession();
+  void openTrayMenu(const std::function<void()>& onRightButtonUp);
+  /// The form's window while it is on the screen, or nullptr.
+  [[nodiscard]] QtFormWindow* visibleWindow(const Form& form) const;
+
+  EndSignals& endSignals_;  // first: their effect is blocked in Qt's threads, too
+  Arguments arguments_;
+  QApplication application_;
+  QTranslator translator_;
+  QSocketNotifier endSignalNotifier_;
+  std::map<const Form*, std::unique_ptr<QtFormView>> views_;
+  std::unique_ptr<QtTrayIcon> trayIcon_;
+  std::function<void()> endSessionHandler_;
+  bool quitting_ = false;
+};
+
+}  // namespace karvel

@@ -1,0 +1,31 @@
+#include "platform/linux/system/end_signals.h"
+
+#include <sys/signalfd.h>
+
+#include <csignal>
+
+namespace karvel {
+
+EndSignals::EndSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int number : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, number);
+  sigprocmask(SIG_BLOCK, &signals, nullptr);
+  // A reader that has gone, of standard error or of a connection, is a failed write and no more.
+  std::signal(SIGPIPE, SIG_IGN);
+  descriptor_ = FileDescriptor(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
+}
+
+bool EndSignals::take() {
+  bool arrived = false;
+  signalfd_siginfo info{};
+  while (read(descriptor_.get(), &info, sizeof info) == sizeof info) arrived = true;
+  return arrived;
+}
+
+EndSignals& endSignals() {
+  static EndSignals signals;
+  return signals;
+}
+
+}  // namespace karvel

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/linux/system/file_descriptor.h"
+
+namespace karvel {
+
+/// SIGTERM, SIGINT and SIGHUP as events that a message loop can wait for, instead of ending the
+/// process on the spot; SIGPIPE as nothing but a failed write.
+class EndSignals {
+ public:
+  EndSignals();
+  /// Readable while a signal waits.
+  [[nodiscard]] int descriptor() const { return descriptor_.get(); }
+  /// True when a signal has arrived since the last call.
+  bool take();
+
+ private:
+  FileDescriptor descriptor_;
+};
+
+/// The process has one set of signals. The first call takes their ordinary effect away: make it
+/// before any thread is started.
+EndSignals& endSignals();
+
+}  // namespace karvel

@@ -1,0 +1,237 @@
+#include "platform/windows/desktop/win32_desktop.h"
+
+#include <cstdio>
+#include <utility>
+#include <vector>
+
+#include "platform/windows/desktop/win32_dialogs.h"
+
+namespace karvel {
+namespace {
+
+class Win32Timer final : public Timer {
+ public:
+  Win32Timer(Win32ServiceWindow& service, std::chrono::milliseconds interval,
+             std::function<void()> onTick)
+      : service_(service), interval_(interval), onTick_(std::move(onTick)) {}
+  ~Win32Timer() override { service_.stop(running_); }
+  Win32Timer(const Win32Timer&) = delete;
+  Win32Timer& operator=(const Win32Timer&) = delete;
+
+  void setEnabled(bool enabled) override {
+    service_.stop(running_);
+    running_ = enabled ? service_.start(interval_, onTick_) : kNone;
+  }
+
+ private:
+  static constexpr UINT_PTR kNone = 0;
+
+  Win32ServiceWindow& service_;
+  std::chrono::milliseconds interval_;
+  std::function<void()> onTick_;
+  UINT_PTR running_ = kNone;
+};
+
+}  // namespace
+
+/// While something waits for the user's answer.
+class Win32Desktop::ModalScope {
+ public:
+  explicit ModalScope(Win32Desktop& desktop) : depth_(desktop.modalDepth_) {
+    // An open menu would keep what comes next from being answered.
+    EndMenu();
+    ++depth_;
+  }
+  ~ModalScope() { --depth_; }
+  ModalScope(const ModalScope&) = delete;
+  ModalScope& operator=(const ModalScope&) = delete;
+
+ private:
+  int& depth_;
+};
+
+Win32Desktop::Win32Desktop() {
+  // A send run may take long without answering messages: the panel still shows what it reports.
+  DisableProcessWindowsGhosting();
+  service_.onEndSession = [this] { endSession(); };
+  service_.onTaskbarCreated = [this] {
+    if (trayIcon_) trayIcon_->addAgain();
+  };
+}
+
+Win32Desktop::~Win32Desktop() = default;
+
+void Win32Desktop::bind(Form& form) {
+  windows_[&form] = hasDisplay() ? std::make_unique<Win32FormWindow>(form, nullptr) : nullptr;
+}
+
+void Win32Desktop::release(Form& form) {
+  if (trayOwner_ != nullptr && trayOwner_ == windowOf(form)) removeTrayIcon();
+  windows_.erase(&form);
+}
+
+void Win32Desktop::showModal(Form& dialog, Form& owner) {
+  if (!canAsk()) {
+    dialog.close();
+    return;
+  }
+  const ModalScope modal(*this);
+  const HWND above = visibleWindow(owner);
+  windows_[&dialog] = std::make_unique<Win32FormWindow>(dialog, above);
+  if (above != nullptr) EnableWindow(above, FALSE);
+  dialog.setVisible(true);
+  runWhile([&dialog] { return !dialog.closed(); });
+  // Before the dialog goes, so that the activation returns to its owner.
+  if (above != nullptr) EnableWindow(above, TRUE);
+  release(dialog);
+}
+
+void Win32Desktop::discardInput(Form& form) {
+  Win32FormWindow* const window = windowOf(form);
+  if (window == nullptr) return;
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE) != FALSE) {
+    window->preview(message);
+  }
+  while (PeekMessageW(&message, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE) != FALSE) {
+  }
+}
+
+void Win32Desktop::bringToForeground(Form& form) {
+  if (const Win32FormWindow* window = windowOf(form)) SetForegroundWindow(window->handle());
+}
+
+void Win32Desktop::messageBox(Form& owner, const std::string& title, const std::string& text) {
+  if (!hasDisplay()) std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());
+  if (!canAsk()) return;
+  const ModalScope modal(*this);
+  showMessage(visibleWindow(owner), title, text);
+}
+
+std::string Win32Desktop::browseForFolder(Form& owner, const std::string& title) {
+  if (!canAsk()) return {};
+  const ModalScope modal(*this);
+  return chooseFolder(visibleWindow(owner), title);
+}
+
+void Win32Desktop::addTrayIcon(Form& owner, TrayImage image, const std::string& tip,
+                               std::function<void()> onRightButtonUp) {
+  trayOwner_ = windowOf(owner);
+  if (trayOwner_ == nullptr) return;
+  trayOwner_->setImage(image);
+  trayIcon_ = std::make_unique<Win32TrayIcon>(trayOwner_->handle(), image, tip,
+                                              [this, handler = std::move(onRightButtonUp)] {
+                                                // A message box on the screen wants its answer
+                                                // first.
+                                                if (modalDepth_ == 0) handler();
+                                              });
+}
+
+void Win32Desktop::changeTrayIcon(TrayImage image, const std::string& tip) {
+  if (!trayIcon_) return;
+  trayOwner_->setImage(image);
+  trayIcon_->change(image, tip);
+}
+
+void Win32Desktop::removeTrayIcon() {
+  trayIcon_.reset();
+  trayOwner_ = nullptr;
+}
+
+void Win32Desktop::popupMenu(Form& owner, const std::vector<MenuItem*>& items) {
+  const Win32FormWindow* window = windowOf(owner);
+  if (window == nullptr || quitting_) return;
+  MenuItem* chosen = nullptr;
+  {
+    const ModalScope modal(*this);
+    chosen = chooseFromMenu(window->handle(), items);
+  }
+  if (chosen != nullptr && chosen->enabled && chosen->onClick) chosen->onClick();
+}
+
+std::unique_ptr<Timer> Win32Desktop::createTimer(std::chrono::milliseconds interval,
+                                                 std::function<void()> onTick) {
+  return std::make_unique<Win32Timer>(service_, interval, std::move(onTick));
+}
+
+void Win32Desktop::processPendingMessages() {
+  minimizeShownForms();
+  MSG message{};
+  bool quitMessage = false;
+  while (!quitMessage && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+    quitMessage = message.message == WM_QUIT;
+    if (!quitMessage) dispatch(message);
+  }
+  if (quitMessage) answerQuitMessage();
+}
+
+void Win32Desktop::setEndSessionHandler(std::function<void()> handler) {
+  endSessionHandler_ = std::move(handler);
+}
+
+void Win32Desktop::run() {
+  runWhile([] { return true; });
+}
+
+void Win32Desktop::quit() {
+  quitting_ = true;
+  PostQuitMessage(0);
+  EndMenu();
+}
+
+void Win32Desktop::runWhile(const std::function<bool()>& wanted) {
+  MSG message{};
+  while (!quitting_ && wanted()) {
+    minimizeShownForms();
+    if (GetMessageW(&message, nullptr, 0, 0) > 0) {
+      dispatch(message);
+    } else {
+      answerQuitMessage();
+    }
+  }
+}
+
+void Win32Desktop::dispatch(MSG& message) {
+  const HWND root = GetAncestor(message.hwnd, GA_ROOT);
+  for (const auto& [form, window] : windows_) {
+    if (window == nullptr || window->handle() != root) continue;
+    if (window->translate(message)) return;
+    break;
+  }
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
+void Win32Desktop::answerQuitMessage() {
+  if (quitting_) {
+    PostQuitMessage(0);  // the loops further out are waiting for it
+  } else {
+    endSession();
+  }
+}
+
+void Win32Desktop::minimizeShownForms() {
+  if (hasDisplay()) return;
+  std::vector<Form*> shown;
+  for (const auto& [form, window] : windows_) {
+    if (form->visible()) shown.push_back(form);
+  }
+  for (Form* form : shown) form->setWindowState(WindowState::kMinimized);
+}
+
+void Win32Desktop::endSession() {
+  if (endSessionHandler_) endSessionHandler_();
+}
+
+Win32FormWindow* Win32Desktop::windowOf(const Form& form) const {
+  const auto found = windows_.find(const_cast<Form*>(&form));
+  return found == windows_.end() ? nullptr : found->second.get();
+}
+
+HWND Win32Desktop::visibleWindow(const Form& form) const {
+  const Win32FormWindow* window = windowOf(form);
+  const bool shown = window != nullptr && IsWindowVisible(window->handle()) != FALSE;
+  return shown ? window->handle() : nullptr;
+}
+
+}  // namespace karvel
