@@ -15,7 +15,6 @@ constexpr std::int32_t kHighestPort = 60000;
 constexpr std::int32_t kTextTransfer = 1;
 constexpr std::uint32_t kPassiveConnect = Internet::kFlagAsync | Internet::kFlagPassive;
 constexpr std::uint32_t kActiveConnect = Internet::kFlagAsync;
-constexpr double kSizeHighUnit = 4294967296.0;
 
 struct ErrorText {
   Internet::ErrorNumber number;
@@ -159,9 +158,9 @@ void McWinFTP::CloseFind() {
 void McWinFTP::StoreFindData(const Internet::FindData& entry) {
   RemoteFile->SearchEnd = false;
   RemoteFile->FileName = fromCodePage932(entry.name);
-  RemoteFile->FileDate = dateTimeOfFileTime(entry.lastWriteTime);
-  RemoteFile->FileSize = entry.sizeHigh * kSizeHighUnit + entry.sizeLow;
-  RemoteFile->FileType = entry.attributes == Internet::FindData::kDirectory ? FTPFile::kFolder : 0;
+  RemoteFile->FileDate = entry.time;
+  RemoteFile->FileSize = static_cast<double>(entry.size);
+  RemoteFile->FileType = entry.folder ? FTPFile::kFolder : 0;
 }
 
 void McWinFTP::endSearch(Internet::ErrorNumber number) {

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "text/date_time.h"
+
 namespace karvel {
 
 /// The FTP functions of the platform's internet library.
@@ -41,15 +43,12 @@ class Internet {
   static constexpr ErrorNumber kErrorConnectionAborted = 12030;
   static constexpr ErrorNumber kErrorConnectionReset = 12031;
 
-  /// One entry of a remote folder.
+  /// One entry of a remote folder, as the server lists it.
   struct FindData {
-    static constexpr std::uint32_t kDirectory = 0x10;
-
-    std::uint32_t attributes = 0;     ///< file attribute bits; a plain folder has kDirectory alone
-    std::uint64_t lastWriteTime = 0;  ///< 100 ns since 1601-01-01, as the server lists it
-    std::uint32_t sizeHigh = 0;       ///< bytes, upper half
-    std::uint32_t sizeLow = 0;        ///< bytes, lower half
-    std::string name;                 ///< at most 259 bytes
+    std::string name;  ///< without path, at most 259 bytes
+    bool folder = false;
+    std::uint64_t size = 0;  ///< bytes
+    DateTime time;           ///< of the last write, in no particular time zone
   };
 
   struct Account {
@@ -64,7 +63,7 @@ class Internet {
   /// Opens the library for direct access, synchronously.
   [[nodiscard]] virtual Handle open() = 0;
 
-  /// Sets a time-out in milliseconds on the root handle.
+  /// Sets a time-out in milliseconds on the root handle, for the sessions that it connects later.
   virtual bool setOption(Handle root, std::uint32_t option, std::uint32_t milliseconds) = 0;
 
   /// Connects and logs in. One session is one control connection with one login: one that the
@@ -72,23 +71,32 @@ class Internet {
   [[nodiscard]] virtual Handle connect(Handle root, const Account& account,
                                        std::uint32_t flags) = 0;
 
-  /// Closes a root, session or enumeration handle; a session says QUIT to the server.
-  virtual bool close(Handle handle) = 0;
+  /// Closes a root, session or enumeration handle; a session says QUIT to the server. When it
+  /// fails, the handle stays as it was.
+  [[nodiscard]] virtual bool close(Handle handle) = 0;
 
   /// The session's current folder as the server tells it.
   [[nodiscard]] virtual std::optional<std::string> currentDirectory(Handle session) = 0;
-  virtual bool setCurrentDirectory(Handle session, const std::string& folder) = 0;
+  /// Changes the session's current folder, which stays the same when this fails.
+  [[nodiscard]] virtual bool setCurrentDirectory(Handle session, const std::string& folder) = 0;
 
-  virtual bool putFile(Handle session, const std::string& localPath, const std::string& remoteName,
-                       std::uint32_t transferType) = 0;
-  virtual bool renameFile(Handle session, const std::string& from, const std::string& to) = 0;
-  virtual bool deleteFile(Handle session, const std::string& remoteName) = 0;
+  /// Uploads a local file into the current folder and replaces what has that name there. When it
+  /// fails, the server may be left with a part of the file.
+  [[nodiscard]] virtual bool putFile(Handle session, const std::string& localPath,
+                                     const std::string& remoteName, std::uint32_t transferType) = 0;
+  /// Renames a file of the current folder; whether an existing one is replaced is the server's
+  /// decision.
+  [[nodiscard]] virtual bool renameFile(Handle session, const std::string& from,
+                                        const std::string& to) = 0;
+  /// Deletes a file of the current folder.
+  [[nodiscard]] virtual bool deleteFile(Handle session, const std::string& remoteName) = 0;
 
   /// Starts an enumeration of the current folder and gives its first entry; an empty folder fails
   /// with kErrorNoMoreFiles. One enumeration per session; while it is open other calls are fine.
   [[nodiscard]] virtual Handle findFirst(Handle session, const std::string& pattern,
                                          FindData& entry) = 0;
-  /// The next entry; after the last one fails with kErrorNoMoreFiles.
+  /// The next entry; after the last one fails with kErrorNoMoreFiles. A call that fails leaves
+  /// `entry` as it was.
   [[nodiscard]] virtual bool findNext(Handle find, FindData& entry) = 0;
 
   /// The reason of the last failed call.

@@ -16,11 +16,6 @@ std::string formatted(const char* pattern, Numbers... numbers) {
   return buffer.data();
 }
 
-using FileTicks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
-
-constexpr std::chrono::sys_days kFileTimeEpoch =
-    std::chrono::year{1601} / std::chrono::January / std::chrono::day{1};
-
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
@@ -80,30 +75,6 @@ std::optional<int> secondsOfDay(std::string_view text) {
   const auto second = takeNumber(text, 59);
   if (!second || !text.empty()) return std::nullopt;
   return total + *second;
-}
-
-DateTime dateTimeOfFileTime(std::uint64_t fileTime) {
-  using namespace std::chrono;
-  const auto sinceEpoch = duration_cast<seconds>(
-      FileTicks{static_cast<std::int64_t>(std::min<std::uint64_t>(fileTime, INT64_MAX))});
-  const auto moment = sys_seconds{kFileTimeEpoch} + sinceEpoch;
-  const auto day = floor<days>(moment);
-  const year_month_day date{day};
-  const hh_mm_ss time{moment - day};
-  return {static_cast<int>(date.year()),
-          static_cast<int>(static_cast<unsigned>(date.month())),
-          static_cast<int>(static_cast<unsigned>(date.day())),
-          static_cast<int>(time.hours().count()),
-          static_cast<int>(time.minutes().count()),
-          static_cast<int>(time.seconds().count())};
-}
-
-std::uint64_t fileTimeOfDateTime(const DateTime& t) {
-  using namespace std::chrono;
-  const sys_days day{year{t.year} / t.month / t.day};
-  const auto moment = sys_seconds{day} + hours{t.hour} + minutes{t.minute} + seconds{t.second};
-  const auto ticks = duration_cast<FileTicks>(moment - sys_seconds{kFileTimeEpoch}).count();
-  return ticks < 0 ? 0 : static_cast<std::uint64_t>(ticks);
 }
 
 long roundedMinutes(double seconds) {

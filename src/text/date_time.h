@@ -34,12 +34,6 @@ std::optional<std::string> dateOfDayKey(std::string_view key);
 /// to 59, 0 to 59); empty for any other text.
 std::optional<int> secondsOfDay(std::string_view text);
 
-/// The date and time of a count of 100 ns since 1601-01-01, cut to the second.
-DateTime dateTimeOfFileTime(std::uint64_t fileTime);
-
-/// The inverse; a date before 1601 counts as 1601-01-01.
-std::uint64_t fileTimeOfDateTime(const DateTime& time);
-
 /// Seconds as whole minutes, to the nearest one, a half up.
 long roundedMinutes(double seconds);
 

@@ -39,7 +39,7 @@ InternetTest::Names InternetTest::list(Handle session) {
     names.push_back(entry.name);
     found = internet_->findNext(find, entry);
   }
-  if (find != 0) internet_->close(find);
+  EXPECT_EQ(internet_->close(find), find != 0);
   return names;
 }
 

@@ -117,16 +117,15 @@ TEST_F(InternetSession, ListsTheFolderAsItIs) {
   const Handle find = internet_->findFirst(session, "*.*", entry);
   ASSERT_NE(find, 0U);
   EXPECT_EQ(entry.name, differsHere(Difference::kListedNameEndsAtABlank) ? "a" : "a b.txt");
-  EXPECT_EQ(entry.attributes & Internet::FindData::kDirectory, 0U);
-  EXPECT_EQ(entry.sizeLow, 0U);
-  EXPECT_EQ(formatDate(dateTimeOfFileTime(entry.lastWriteTime)), "2024/01/01");
+  EXPECT_FALSE(entry.folder);
+  EXPECT_EQ(entry.size, 0U);
+  EXPECT_EQ(formatDate(entry.time), "2024/01/01");
   ASSERT_TRUE(internet_->findNext(find, entry));
   EXPECT_EQ(entry.name, "b.txt");
-  EXPECT_EQ(entry.sizeLow, 1234U);
-  EXPECT_EQ(entry.sizeHigh, 0U);
+  EXPECT_EQ(entry.size, 1234U);
   ASSERT_TRUE(internet_->findNext(find, entry));
   EXPECT_EQ(entry.name, kFolderWithBackslash);
-  EXPECT_EQ(entry.attributes, Internet::FindData::kDirectory);
+  EXPECT_TRUE(entry.folder);
   for (int i = 0; i < 2; ++i) {
     EXPECT_FALSE(internet_->findNext(find, entry));
     EXPECT_EQ(internet_->lastError(), Internet::kErrorNoMoreFiles);
@@ -160,8 +159,7 @@ TEST_F(InternetSession, GivesSizesBeyondFourGibibytes) {
   Internet::FindData entry;
   ASSERT_NE(internet_->findFirst(session, "*.*", entry), 0U);
   const bool ends = differsHere(Difference::kListedSizeEndsAtTwoGibibytes);
-  EXPECT_EQ(entry.sizeHigh, ends ? 0U : 1U);
-  EXPECT_EQ(entry.sizeLow, ends ? 0x7FFFFFFFU : 0x80000000U);
+  EXPECT_EQ(entry.size, ends ? 0x7FFFFFFFU : 6442450944U);
 }
 
 TEST_F(InternetSession, TransfersInActiveModeToo) {

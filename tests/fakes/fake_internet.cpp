@@ -102,16 +102,10 @@ std::vector<Internet::FindData> FakeInternet::listing() const {
     if (path == "/" || !path.starts_with(prefix)) continue;
     const std::string name = path.substr(prefix.size());
     if (name.empty() || name.find('/') != std::string::npos) continue;
-    FindData entry;
-    entry.attributes = FindData::kDirectory;
-    entry.name = name;
-    entries.push_back(entry);
+    entries.push_back({name, true, 0, {}});
   }
   for (const auto& [name, content] : folders.at(current)) {
-    FindData entry;
-    entry.sizeLow = static_cast<std::uint32_t>(content.size());
-    entry.name = name;
-    entries.push_back(entry);
+    entries.push_back({name, false, content.size(), {}});
   }
   return entries;
 }

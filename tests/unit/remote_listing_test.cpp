@@ -12,16 +12,15 @@ namespace {
 using Lines = std::vector<std::string>;
 using Entry = Internet::FindData;
 
-constexpr std::uint64_t kMoment = 133497831599999999;  // 2024-01-15 09:05:59.9999999
+constexpr DateTime kMoment{2024, 1, 15, 9, 5, 59};
 const std::string kDate = "\t2024/01/15 09:05";
 
 Entry file(const std::string& name, std::uint64_t size = 0) {
-  return {0, kMoment, static_cast<std::uint32_t>(size >> 32U), static_cast<std::uint32_t>(size),
-          toCodePage932(name)};
+  return {toCodePage932(name), false, size, kMoment};
 }
 
 Entry folder(const std::string& name) {
-  return {Entry::kDirectory, kMoment, 0, 0, toCodePage932(name)};
+  return {toCodePage932(name), true, 0, kMoment};
 }
 
 class RemoteListingTest : public ::testing::Test, protected FtpRooms {

@@ -63,13 +63,7 @@ std::optional<std::string> quotedFolder(std::string_view reply) {
 }
 
 Internet::FindData findDataOf(ListedEntry&& entry) {
-  Internet::FindData data;
-  data.attributes = entry.folder ? Internet::FindData::kDirectory : 0;
-  data.lastWriteTime = fileTimeOfDateTime(entry.time);
-  data.sizeHigh = static_cast<std::uint32_t>(entry.size >> 32U);
-  data.sizeLow = static_cast<std::uint32_t>(entry.size);
-  data.name = std::move(entry.name);
-  return data;
+  return {std::move(entry.name), entry.folder, entry.size, entry.time};
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "platform/windows/internet/wininet_internet.h"
 
-#include <windows.h>
 #include <wininet.h>
 
 #include <array>
@@ -63,15 +62,22 @@ bool setNumber(HINTERNET root, DWORD option, DWORD value) {
   return InternetSetOptionA(root, option, &value, sizeof value) != FALSE;
 }
 
-Internet::FindData findDataOf(const WIN32_FIND_DATAA& found) {
-  ULARGE_INTEGER time{};
-  time.LowPart = found.ftLastWriteTime.dwLowDateTime;
-  time.HighPart = found.ftLastWriteTime.dwHighDateTime;
-  return {found.dwFileAttributes, time.QuadPart, found.nFileSizeHigh, found.nFileSizeLow,
-          std::string(found.cFileName, strnlen(found.cFileName, sizeof found.cFileName))};
+DateTime calendarTime(const FILETIME& time) {
+  SYSTEMTIME calendar{};
+  if (FileTimeToSystemTime(&time, &calendar) == FALSE) return {};
+  return {calendar.wYear, calendar.wMonth,  calendar.wDay,
+          calendar.wHour, calendar.wMinute, calendar.wSecond};
 }
 
 }  // namespace
+
+Internet::FindData findDataOf(const WIN32_FIND_DATAA& found) {
+  constexpr unsigned kHalf = 32;
+  return {std::string(found.cFileName, strnlen(found.cFileName, sizeof found.cFileName)),
+          found.dwFileAttributes == FILE_ATTRIBUTE_DIRECTORY,
+          (std::uint64_t{found.nFileSizeHigh} << kHalf) | found.nFileSizeLow,
+          calendarTime(found.ftLastWriteTime)};
+}
 
 Internet::Handle WininetInternet::open() {
   const HINTERNET root = InternetOpenA(nullptr, INTERNET_OPEN_TYPE_DIRECT, nullptr, nullptr, 0);

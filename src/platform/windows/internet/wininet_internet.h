@@ -1,8 +1,14 @@
 #pragma once
 
+#include <windows.h>
+
 #include "platform/internet.h"
 
 namespace karvel {
+
+/// What the library found. A folder is an entry with that attribute and no other; the time is taken
+/// as it is, without regard to time zones, and cut to the second.
+[[nodiscard]] Internet::FindData findDataOf(const WIN32_FIND_DATAA& found);
 
 /// WinINet. Its byte-oriented functions take and give the system's code page, which remote names
 /// share on a Japanese Windows.
