@@ -7,32 +7,6 @@
 #include "platform/windows/desktop/win32_dialogs.h"
 
 namespace karvel {
-namespace {
-
-class Win32Timer final : public Timer {
- public:
-  Win32Timer(Win32ServiceWindow& service, std::chrono::milliseconds interval,
-             std::function<void()> onTick)
-      : service_(service), interval_(interval), onTick_(std::move(onTick)) {}
-  ~Win32Timer() override { service_.stop(running_); }
-  Win32Timer(const Win32Timer&) = delete;
-  Win32Timer& operator=(const Win32Timer&) = delete;
-
-  void setEnabled(bool enabled) override {
-    service_.stop(running_);
-    running_ = enabled ? service_.start(interval_, onTick_) : kNone;
-  }
-
- private:
-  static constexpr UINT_PTR kNone = 0;
-
-  Win32ServiceWindow& service_;
-  std::chrono::milliseconds interval_;
-  std::function<void()> onTick_;
-  UINT_PTR running_ = kNone;
-};
-
-}  // namespace
 
 /// While something waits for the user's answer.
 class Win32Desktop::ModalScope {
@@ -53,7 +27,7 @@ class Win32Desktop::ModalScope {
 Win32Desktop::Win32Desktop() {
   // A send run may take long without answering messages: the panel still shows what it reports.
   DisableProcessWindowsGhosting();
-  service_.onEndSession = [this] { endSession(); };
+  service_.onEnd = [this] { endSession(); };
   service_.onTaskbarCreated = [this] {
     if (trayIcon_) trayIcon_->addAgain();
   };
@@ -119,12 +93,11 @@ void Win32Desktop::addTrayIcon(Form& owner, TrayImage image, const std::string& 
   trayOwner_ = windowOf(owner);
   if (trayOwner_ == nullptr) return;
   trayOwner_->setImage(image);
-  trayIcon_ = std::make_unique<Win32TrayIcon>(trayOwner_->handle(), image, tip,
-                                              [this, handler = std::move(onRightButtonUp)] {
-                                                // A message box on the screen wants its answer
-                                                // first.
-                                                if (modalDepth_ == 0) handler();
-                                              });
+  const auto answer = [this, handler = std::move(onRightButtonUp)] {
+    // A message box on the screen wants its answer first.
+    if (modalDepth_ == 0) handler();
+  };
+  trayIcon_ = std::make_unique<Win32TrayIcon>(trayOwner_->handle(), service_, image, tip, answer);
 }
 
 void Win32Desktop::changeTrayIcon(TrayImage image, const std::string& tip) {

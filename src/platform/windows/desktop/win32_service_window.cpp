@@ -1,5 +1,7 @@
 #include "platform/windows/desktop/win32_service_window.h"
 
+#include <utility>
+
 namespace karvel {
 namespace {
 
@@ -25,6 +27,8 @@ Win32ServiceWindow::Win32ServiceWindow()
   canShowWindows_ = handle_ != nullptr;
   if (!canShowWindows_) handle_ = createWindow(HWND_MESSAGE);
   SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  // The taskbar has fewer rights than a program that an administrator has started.
+  ChangeWindowMessageFilterEx(handle_, taskbarCreated_, MSGFLT_ALLOW, nullptr);
 }
 
 Win32ServiceWindow::~Win32ServiceWindow() {
@@ -59,7 +63,11 @@ LRESULT Win32ServiceWindow::handleMessage(UINT message, WPARAM first, LPARAM sec
       tick(first);
       return 0;
     case WM_ENDSESSION:
-      if (first != FALSE && onEndSession) onEndSession();
+      if (first != FALSE && onEnd) onEnd();
+      return 0;
+    case WM_CLOSE:
+      // The window itself stays: without it the timers would stand still.
+      if (onEnd) onEnd();
       return 0;
     default:
       return DefWindowProcW(handle_, message, first, second);
@@ -69,6 +77,20 @@ LRESULT Win32ServiceWindow::handleMessage(UINT message, WPARAM first, LPARAM sec
 void Win32ServiceWindow::tick(UINT_PTR timer) const {
   const auto found = handlers_.find(timer);
   if (found != handlers_.end()) (*found->second)();
+}
+
+Win32Timer::Win32Timer(Win32ServiceWindow& service, std::chrono::milliseconds interval,
+                       std::function<void()> onTick)
+    : service_(service), interval_(interval), onTick_(std::move(onTick)) {
+}
+
+Win32Timer::~Win32Timer() {
+  service_.stop(running_);
+}
+
+void Win32Timer::setEnabled(bool enabled) {
+  service_.stop(running_);
+  running_ = enabled ? service_.start(interval_, onTick_) : kNone;
 }
 
 }  // namespace karvel

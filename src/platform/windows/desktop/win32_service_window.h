@@ -6,6 +6,8 @@
 #include <functional>
 #include <map>
 
+#include "platform/desktop.h"
+
 namespace karvel {
 
 /// A window that nobody sees: it receives the timers' ticks and what the system tells every
@@ -26,8 +28,9 @@ class Win32ServiceWindow {
                                const std::function<void()>& onTick);
   void stop(UINT_PTR timer);
 
-  /// The session ends; the process may be ended once this has returned.
-  std::function<void()> onEndSession;
+  /// The session ends, or another program asks this one to end. The process may be ended once this
+  /// has returned.
+  std::function<void()> onEnd;
   /// The taskbar has been started and knows no icons.
   std::function<void()> onTaskbarCreated;
 
@@ -41,6 +44,26 @@ class Win32ServiceWindow {
   HWND handle_ = nullptr;
   UINT_PTR lastTimer_ = 0;
   std::map<UINT_PTR, const std::function<void()>*> handlers_;
+};
+
+/// A timer of the service window, which must outlive it.
+class Win32Timer final : public Timer {
+ public:
+  Win32Timer(Win32ServiceWindow& service, std::chrono::milliseconds interval,
+             std::function<void()> onTick);
+  ~Win32Timer() override;
+  Win32Timer(const Win32Timer&) = delete;
+  Win32Timer& operator=(const Win32Timer&) = delete;
+
+  void setEnabled(bool enabled) override;
+
+ private:
+  static constexpr UINT_PTR kNone = 0;
+
+  Win32ServiceWindow& service_;
+  std::chrono::milliseconds interval_;
+  std::function<void()> onTick_;
+  UINT_PTR running_ = kNone;
 };
 
 }  // namespace karvel
