@@ -8,18 +8,19 @@ namespace {
 /// Stands in front of the taskbar and counts what programs tell it.
 class Taskbar {
  public:
-  Taskbar() {
+  /// `deaf` is how many messages it does not take, as while it starts.
+  explicit Taskbar(int deaf = 0) : deaf_(deaf) {
     WNDCLASSW description{};
     description.lpfnWndProc = [](HWND window, UINT message, WPARAM first, LPARAM second) {
-      if (message == WM_COPYDATA)
-        ++*reinterpret_cast<int*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-      return DefWindowProcW(window, message, first, second);
+      auto* self = reinterpret_cast<Taskbar*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+      if (message != WM_COPYDATA) return DefWindowProcW(window, message, first, second);
+      return LRESULT{++self->told_ > self->deaf_ ? TRUE : FALSE};
     };
     description.lpszClassName = L"Shell_TrayWnd";
     RegisterClassW(&description);
     handle_ = CreateWindowExW(WS_EX_TOPMOST, L"Shell_TrayWnd", L"", WS_POPUP, 0, 0, 0, 0, nullptr,
                               nullptr, nullptr, nullptr);
-    SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&told_));
+    SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   }
   ~Taskbar() { DestroyWindow(handle_); }
   Taskbar(const Taskbar&) = delete;
@@ -29,8 +30,13 @@ class Taskbar {
 
  private:
   HWND handle_;
+  int deaf_;
   int told_ = 0;
 };
+
+HWND serviceWindow() {
+  return FindWindowW(L"karvel.service", nullptr);
+}
 
 class Win32Tray : public DesktopTest {
  protected:
@@ -60,6 +66,17 @@ TEST_F(Win32Tray, TheIconAnswersTheRightButtonAlone) {
   EXPECT_TRUE(form_.closed());
 }
 
+TEST_F(Win32Tray, AMouseOverTheIconLeavesTheDefaultButtonAlone) {
+  int presses = 0;
+  form_.control("Button", 0).onClick = [&] { ++presses; };
+  user_.focus(widget("Text", 0));
+  report(WM_MOUSEMOVE);
+  EXPECT_EQ(LOWORD(SendMessageW(owner(), DM_GETDEFID, 0, 0)),
+            GetDlgCtrlID(reinterpret_cast<HWND>(widget("Button", 0))));
+  user_.press(Key::kEnter);
+  EXPECT_EQ(presses, 1);
+}
+
 TEST_F(Win32Tray, TheIconWaitsForTheAnswerToAMessage) {
   user_.soon([&] {
     report(WM_RBUTTONUP);
@@ -83,15 +100,79 @@ TEST_F(Win32Tray, TheHandlerMayRemoveTheIconAndTheWindowHasItsProcedureBack) {
 
 TEST_F(Win32Tray, ANewTaskbarIsGivenTheIconAgain) {
   const Taskbar taskbar;
-  const HWND service = FindWindowW(L"karvel.service", nullptr);
   const UINT created = RegisterWindowMessageW(L"TaskbarCreated");
-  SendMessageW(service, created, 0, 0);
+  SendMessageW(serviceWindow(), created, 0, 0);
   EXPECT_EQ(taskbar.told(), 1);
   desktop_->changeTrayIcon(TrayImage::kFailure, "tip");
   desktop_->removeTrayIcon();
   EXPECT_EQ(taskbar.told(), 3);
-  SendMessageW(service, created, 0, 0);
+  SendMessageW(serviceWindow(), created, 0, 0);
   EXPECT_EQ(taskbar.told(), 3);
+}
+
+TEST_F(Win32Tray, ATaskbarThatIsNotReadyIsAskedEverySecond) {
+  desktop_->removeTrayIcon();
+  const Taskbar taskbar(3);  // two messages a second: is it there, and if not, take it
+  desktop_->addTrayIcon(form_, TrayImage::kNormal, "tip", [] {});
+  EXPECT_EQ(taskbar.told(), 1);
+  for (int rounds = 0; taskbar.told() < 4 && rounds < 100; ++rounds) {
+    wait(std::chrono::milliseconds(100));
+  }
+  EXPECT_EQ(taskbar.told(), 4);
+  wait(std::chrono::milliseconds(1200));
+  EXPECT_EQ(taskbar.told(), 4);
+}
+
+TEST_F(DesktopTest, ACloseMessageToTheWindowThatNobodySeesIsAWishToEnd) {
+  int asked = 0;
+  desktop_->setEndSessionHandler([&] { ++asked; });
+  SendMessageW(serviceWindow(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(asked, 1);
+  EXPECT_NE(serviceWindow(), nullptr);
+}
+
+TEST_F(DesktopTest, EnterPressesTheButtonThatWasClicked) {
+  show(form_);
+  std::string pressed;
+  for (const int index : {0, 2}) {
+    form_.control("Button", index).onClick = [&, index] { pressed += std::to_string(index); };
+  }
+  user_.click(widget("Button", 2));
+  user_.press(Key::kEnter);
+  EXPECT_EQ(pressed, "22");
+  EXPECT_TRUE(User::looksDefault(widget("Button", 2)));
+  EXPECT_FALSE(User::looksDefault(widget("Button", 0)));
+  user_.click(widget("Text", 0));
+  EXPECT_TRUE(User::looksDefault(widget("Button", 0)));
+  EXPECT_FALSE(User::looksDefault(widget("Button", 2)));
+}
+
+TEST_F(DesktopTest, ArrowsDoNotLeaveAButton) {
+  show(form_);
+  for (const auto& [name, index] : {std::pair{"Check", ControlRow::kNoIndex}, {"Button", 0}}) {
+    user_.focus(widget(name, index));
+    for (const Key key : {Key::kUp, Key::kUp, Key::kDown}) {
+      user_.press(key);
+      EXPECT_EQ(User::focused(), widget(name, index));
+    }
+  }
+  EXPECT_FALSE(form_.control("Option", 1).selected());
+}
+
+TEST_F(DesktopTest, AFieldIsAsHighAsItsTextNeedsAndStandsInTheMiddleOfItsRow) {
+  show(form_);
+  for (const double factor : {1.0, 1.5, 2.0}) {
+    user_.setTextSize(factor);
+    const Widget field = widget("Text", 1);
+    RECT text{};
+    SendMessageW(reinterpret_cast<HWND>(field), EM_GETRECT, 0, reinterpret_cast<LPARAM>(&text));
+    MapWindowPoints(reinterpret_cast<HWND>(field), reinterpret_cast<HWND>(window()),
+                    reinterpret_cast<POINT*>(&text), 2);
+    const double height = User::needed(field).height - 4;
+    const Rect& row = form_.control("Text", 1).row().rect;
+    EXPECT_NEAR(text.top + height / 2, (row.y + row.height / 2.0) * height / 8, 1);
+    EXPECT_LE(User::place(field).size().height, 1.6 * height);
+  }
 }
 
 void setSystemFonts(NONCLIENTMETRICSW metrics, LONG factor) {

@@ -9,7 +9,7 @@ namespace karvel {
 namespace {
 
 HWND createButton(const Control& control, DWORD style, HWND parent, WORD id) {
-  return createChild(L"BUTTON", style | tabStopOf(control), 0, parent, id);
+  return createChild(L"BUTTON", style | BS_NOTIFY | tabStopOf(control), 0, parent, id);
 }
 
 void showCaption(const Win32ControlWindow& button) {
@@ -34,6 +34,12 @@ Win32PushButton::Win32PushButton(Control& control, HWND parent, WORD id)
 void Win32PushButton::sync() {
   showCaption(*this);
   syncEnabled();
+}
+
+void Win32PushButton::showDefault(bool isDefault) {
+  const LONG_PTR wanted = isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+  if ((GetWindowLongPtrW(handle(), GWL_STYLE) & BS_TYPEMASK) == wanted) return;
+  SendMessageW(handle(), BM_SETSTYLE, static_cast<WPARAM>(wanted), TRUE);
 }
 
 void Win32PushButton::notify(WORD notification) {

@@ -9,6 +9,7 @@ class Win32PushButton final : public Win32ControlWindow {
   Win32PushButton(Control& control, HWND parent, WORD id);
   void sync() override;
   void notify(WORD notification) override;
+  void showDefault(bool isDefault) override;
 };
 
 /// One of the options of the same name, of which the keyboard reaches the selected one.

@@ -31,6 +31,15 @@ void Win32ControlWindow::notify(WORD) {
 void Win32ControlWindow::draw(const DRAWITEMSTRUCT&) {
 }
 
+void Win32ControlWindow::showDefault(bool) {
+}
+
+void Win32ControlWindow::moveTo(const RECT& place) const {
+  MoveWindow(handle_, static_cast<int>(place.left), static_cast<int>(place.top),
+             static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top),
+             TRUE);
+}
+
 void Win32ControlWindow::applyLook(const Win32Look& look) {
   SendMessageW(handle_, WM_SETFONT, reinterpret_cast<WPARAM>(look.font()), TRUE);
 }

@@ -27,6 +27,10 @@ class Win32ControlWindow {
   virtual void notify(WORD notification);
   /// WM_DRAWITEM of a window that leaves its drawing to its owner.
   virtual void draw(const DRAWITEMSTRUCT& item);
+  /// Frames the button that Enter presses now.
+  virtual void showDefault(bool isDefault);
+  /// `place` is the row's rectangle, in pixels of the parent.
+  virtual void moveTo(const RECT& place) const;
   /// Called when the window's fonts or colours have changed; `look` outlives the next call.
   virtual void applyLook(const Win32Look& look);
   /// The text that a tool tip shows, or an empty one.

@@ -10,6 +10,7 @@
 #include "platform/windows/desktop/win32_keys.h"
 #include "platform/windows/desktop/win32_scaling.h"
 #include "platform/windows/desktop/win32_text.h"
+#include "platform/windows/desktop/win32_tray_icon.h"
 #include "platform/windows/system/wide_text.h"
 
 namespace karvel {
@@ -20,6 +21,9 @@ constexpr UINT kReportState = WM_APP;
 constexpr UINT kMendFocus = WM_APP + 1;
 
 constexpr WORD kFirstId = 100;
+
+static_assert(Win32TrayIcon::kCallbackMessage == DM_SETDEFID &&
+              Win32TrayIcon::kIdentifier < kFirstId);
 
 /// A dialog without controls, of the system's own class.
 struct EmptyDialog {
@@ -82,9 +86,12 @@ bool Win32FormWindow::handleMessage(UINT message, WPARAM first, LPARAM second) {
   switch (message) {
     case WM_COMMAND:
       if (Win32ControlWindow* child = find(GetDlgItem(handle_, LOWORD(first)))) {
-        child->notify(HIWORD(first));
+        answer(*child, HIWORD(first));
       }
       return true;
+    case DM_SETDEFID:
+      // A message of the icon has the same number: no button is meant by it.
+      return first == Win32TrayIcon::kIdentifier;
     case WM_DRAWITEM:
       return draw(static_cast<WORD>(first), *reinterpret_cast<const DRAWITEMSTRUCT*>(second));
     case WM_CLOSE:
@@ -168,7 +175,16 @@ bool Win32FormWindow::translate(MSG& message) {
   // A key held down belongs to the window in which it was pressed: it must not press the next
   // one's button.
   if (isRepeatedAnswer(message)) return true;
-  return moveWithinOptions(message) || IsDialogMessageW(handle_, &message) != FALSE;
+  return pressDefaultButton(message) || moveWithinOptions(message) ||
+         IsDialogMessageW(handle_, &message) != FALSE;
+}
+
+void Win32FormWindow::answer(Win32ControlWindow& child, WORD notification) {
+  if (notification == BN_SETFOCUS || notification == EN_SETFOCUS) {
+    showDefaultButton(child.control());
+  } else {
+    child.notify(notification);
+  }
 }
 
 bool Win32FormWindow::draw(WORD id, const DRAWITEMSTRUCT& item) const {
@@ -213,9 +229,7 @@ void Win32FormWindow::layOut() {
   for (const auto& control : controls_) {
     const RECT place = units.rect(control->control().row().rect);
     control->applyLook(*look_);
-    MoveWindow(control->handle(), static_cast<int>(place.left), static_cast<int>(place.top),
-               static_cast<int>(place.right - place.left),
-               static_cast<int>(place.bottom - place.top), TRUE);
+    control->moveTo(place);
     toolTips_->set(control->handle(), control->toolTip());
   }
 }
@@ -273,12 +287,35 @@ void Win32FormWindow::focus(HWND child) const {
   SendMessageW(handle_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(child), TRUE);
 }
 
+/// The button that Enter presses while `focused` has the focus, or nullptr.
+Control* Win32FormWindow::defaultButton(Control* focused) const {
+  if (focused != nullptr && focused->row().kind == ControlKind::kButton) return focused;
+  const auto found =
+      std::find_if(form_.controls().begin(), form_.controls().end(),
+                   [](const auto& control) { return control->has(ControlRow::kDefaultButton); });
+  return found == form_.controls().end() ? nullptr : found->get();
+}
+
+void Win32FormWindow::showDefaultButton(Control& focused) {
+  const Control* button = defaultButton(&focused);
+  for (const auto& control : controls_) control->showDefault(&control->control() == button);
+}
+
+bool Win32FormWindow::pressDefaultButton(const MSG& message) {
+  if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN) return false;
+  const Win32ControlWindow* from = find(message.hwnd);
+  Control* button = defaultButton(from != nullptr ? &from->control() : nullptr);
+  if (button != nullptr) button->click();
+  return true;
+}
+
 bool Win32FormWindow::moveWithinOptions(const MSG& message) {
   const int step = arrowStep(message);
   const Win32ControlWindow* from = step != 0 ? find(message.hwnd) : nullptr;
-  if (from == nullptr) return false;
+  if (from == nullptr || from->control().row().kind == ControlKind::kTextBox) return false;
+  // The dialog's own groups have no names: an arrow would leave a button for the next option.
   Control* option = neighbouringOption(form_, from->control(), step);
-  if (option == nullptr) return false;
+  if (option == nullptr) return true;
   focus(find(*option)->handle());
   if (!option->selected()) option->select();
   return true;

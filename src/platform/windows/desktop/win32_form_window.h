@@ -40,6 +40,7 @@ class Win32FormWindow final : public FormView {
  private:
   static INT_PTR CALLBACK dialogProc(HWND window, UINT message, WPARAM first, LPARAM second);
   bool handleMessage(UINT message, WPARAM first, LPARAM second);
+  void answer(Win32ControlWindow& child, WORD notification);
   bool draw(WORD id, const DRAWITEMSTRUCT& item) const;
   void changeResolution(UINT dpi, const RECT& suggested);
   void reportState();
@@ -54,6 +55,9 @@ class Win32FormWindow final : public FormView {
   void setIcons(Win32Icon small, Win32Icon big);
 
   void focus(HWND child) const;
+  [[nodiscard]] Control* defaultButton(Control* focused) const;
+  void showDefaultButton(Control& focused);
+  bool pressDefaultButton(const MSG& message);
   bool moveWithinOptions(const MSG& message);
   void keepFocusOf(HWND disabled);
   void mendFocus();

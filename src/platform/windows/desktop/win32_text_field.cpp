@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/windows/desktop/win32_gdi.h"
 #include "platform/windows/desktop/win32_text.h"
 #include "platform/windows/system/wide_text.h"
 
@@ -74,6 +75,29 @@ void Win32TextField::sync() {
 
 void Win32TextField::notify(WORD notification) {
   if (notification == EN_CHANGE && !syncing_) control().setText(fromWide(windowText(handle())));
+}
+
+void Win32TextField::moveTo(const RECT& place) const {
+  Win32ControlWindow::moveTo(place);
+  // The system draws the text at the top of whatever height a field has: so the field is given the
+  // height that its text needs, with the text in the middle of the place.
+  RECT whole{};
+  GetWindowRect(handle(), &whole);
+  RECT inside{};
+  SendMessageW(handle(), EM_GETRECT, 0, reinterpret_cast<LPARAM>(&inside));
+  POINT corner{inside.left, inside.top};
+  ClientToScreen(handle(), &corner);
+  TEXTMETRICW font{};
+  const auto used = reinterpret_cast<HFONT>(SendMessageW(handle(), WM_GETFONT, 0, 0));
+  GetTextMetricsW(SelectedDc(handle(), used).get(), &font);
+
+  const LONG above = corner.y - whole.top;
+  const LONG height =
+      std::min(font.tmHeight + 2 * above + font.tmHeight / 8, place.bottom - place.top);
+  RECT own = place;
+  own.top = (place.top + place.bottom - font.tmHeight) / 2 - above;
+  own.bottom = own.top + height;
+  Win32ControlWindow::moveTo(own);
 }
 
 LRESULT CALLBACK Win32TextField::fieldProc(HWND window, UINT message, WPARAM first, LPARAM second) {

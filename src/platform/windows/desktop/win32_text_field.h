@@ -15,6 +15,7 @@ class Win32TextField final : public Win32ControlWindow {
   ~Win32TextField() override;
   void sync() override;
   void notify(WORD notification) override;
+  void moveTo(const RECT& place) const override;
 
  private:
   static LRESULT CALLBACK fieldProc(HWND window, UINT message, WPARAM first, LPARAM second);
