@@ -6,7 +6,7 @@
 
 namespace karvel {
 
-/// Time as the system sees it; system code neither sleeps nor reads a clock anywhere else.
+/// The only clock: no other code reads the time or sleeps.
 class Clock {
  public:
   virtual ~Clock() = default;

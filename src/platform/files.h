@@ -8,12 +8,16 @@
 
 namespace karvel {
 
-/// The file system as the system needs it.
+/// The file system.
 ///
-/// Paths are UTF-8 with the platform's separator; contents are bytes. No call throws: a failure
-/// is a false or empty result that leaves what was there before as it was, unless a call says
-/// otherwise. A read-only file is one whose attribute ReadOnly is set (Linux: its owner has no
-/// write permission); it can be neither written nor deleted, whoever runs the program.
+/// Paths are UTF-8 with the platform's separator; contents are bytes. No call throws: failure is a
+/// false or empty result and leaves the file system as it was, unless a call says otherwise. A
+/// read-only file has the attribute ReadOnly (Linux: no write permission for its owner); it can be
+/// neither written nor deleted, not even by a privileged user.
+///
+/// Linux never writes through a symbolic link at the end of a path: write() and copy() replace the
+/// link, append() fails. (On Windows, making such a link takes a
+/// privilege.)
 class Files {
  public:
   /// Attribute bits, with the values of the Windows file attributes.
@@ -25,24 +29,23 @@ class Files {
     kDirectory = 0x10,
   };
 
-  /// Receives one piece of a file after the other; a piece is valid during the call only.
+  /// Receives a file piece by piece; a piece is valid during the call only.
   using Consumer = std::function<void(std::string_view)>;
 
   virtual ~Files() = default;
 
-  /// True when a file or folder of that path is there.
+  /// True when there is a file or folder at the path.
   [[nodiscard]] virtual bool exists(const std::string& path) = 0;
 
-  /// Hands the content to `consumer` in pieces of at most 256 KiB. False when the path is no
-  /// ordinary file or cannot be read to its end; the pieces read before a failure have been handed
-  /// over.
+  /// Passes the content to `consumer` in pieces of at most 256 KiB. False when the path is not an
+  /// ordinary file or cannot be read to its end; pieces read before the failure have been passed.
   [[nodiscard]] virtual bool readPieces(const std::string& path, const Consumer& consumer) = 0;
 
-  /// Creates the file or replaces its content. On failure a part of the content may remain.
+  /// Creates the file or replaces its content. On failure the old content may be lost and a part of
+  /// the new one remain.
   [[nodiscard]] virtual bool write(const std::string& path, std::string_view content) = 0;
 
-  /// Adds to the end of the file, creating it when missing. The bytes are with the operating
-  /// system when the call returns.
+  /// Adds to the end of the file, creating it when missing. Nothing is buffered in the process.
   [[nodiscard]] virtual bool append(const std::string& path, std::string_view content) = 0;
 
   /// Deletes a file. False when it is missing, read-only or a folder.
@@ -52,14 +55,15 @@ class Files {
   /// text/wildcard.h); files that cannot be deleted stay.
   virtual void removeMatching(const std::string& folder, const std::string& pattern) = 0;
 
-  /// Copies the content of `source` to `target`, replacing it. A target that has become incomplete
-  /// is deleted.
+  /// Copies the content of `source` to `target`, replacing it. If copying fails midway, the partial
+  /// target is deleted.
   [[nodiscard]] virtual bool copy(const std::string& source, const std::string& target) = 0;
 
   /// The attribute bits above, or empty when the path is missing.
   [[nodiscard]] virtual std::optional<std::uint32_t> attributes(const std::string& path) = 0;
 
-  /// Sets ReadOnly, Hidden and System as given (Linux knows ReadOnly only).
+  /// Sets or clears ReadOnly, Hidden and System (Linux: ReadOnly only). False when the path is
+  /// missing or the change is refused.
   virtual bool setAttributes(const std::string& path, std::uint32_t attributes) = 0;
 };
 

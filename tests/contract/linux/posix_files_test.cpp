@@ -44,5 +44,25 @@ TEST(PosixFiles, ACopyOntoItselfUnderAnotherNameKeepsTheContent) {
   }
 }
 
+TEST(PosixFiles, WritesNothingThroughALink) {
+  const ScratchFolder folder;
+  PosixFiles files;
+  for (const std::string name : {"dangling", "planted"}) {
+    const std::string victim = folder.path("victim of " + name);
+    if (name == "planted") folder.add("victim of planted", "old");
+    const std::string link = folder.path(name);
+    ASSERT_EQ(symlink(victim.c_str(), link.c_str()), 0);
+    EXPECT_FALSE(files.append(link, "new"));
+    EXPECT_TRUE(files.copy(folder.add("source", "copied"), link));
+    EXPECT_EQ(ScratchFolder::content(link), "copied");
+    ASSERT_TRUE(files.remove(link));
+    ASSERT_EQ(symlink(victim.c_str(), link.c_str()), 0);
+    EXPECT_TRUE(files.write(link, "written"));
+    EXPECT_EQ(ScratchFolder::content(link), "written");
+  }
+  EXPECT_FALSE(folder.has("victim of dangling"));
+  EXPECT_EQ(ScratchFolder::content(folder.path("victim of planted")), "old");
+}
+
 }  // namespace
 }  // namespace karvel

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <string_view>
 #include <utility>
 
@@ -22,10 +23,18 @@ class FileDescriptor {
   [[nodiscard]] int get() const { return descriptor_; }
   [[nodiscard]] bool valid() const { return descriptor_ >= 0; }
 
-  /// Writes to the end, however often the system takes a part only.
-  [[nodiscard]] bool writeAll(std::string_view content) const;
+  /// Writes all of it, in as many calls as the system needs.
+  [[nodiscard]] bool writeAll(std::string_view content) const {
+    while (!content.empty()) {
+      const ssize_t count = ::write(descriptor_, content.data(), content.size());
+      if (count < 0 && errno == EINTR) continue;
+      if (count <= 0) return false;
+      content.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+  }
 
-  /// False when the file system reports a late error.
+  /// False when the file system reports a write error only now.
   bool close() {
     const int descriptor = std::exchange(descriptor_, -1);
     return descriptor < 0 || ::close(descriptor) == 0;

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/linux/system/file_descriptor.h"
@@ -23,7 +24,7 @@ bool isOrdinaryFile(int descriptor) {
   return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-/// Opens an ordinary file for reading; anything else (a pipe would block) is refused.
+/// Opens an ordinary file for reading. Anything else is refused: a pipe would block.
 FileDescriptor openForReading(const std::string& path) {
   FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!file.valid() || !isOrdinaryFile(file.get())) return FileDescriptor();
@@ -38,10 +39,10 @@ ssize_t readSome(int descriptor, char* buffer, std::size_t size) {
   return count;
 }
 
-/// Hands the rest of the file over piece by piece; false when it cannot be read to its end or
-/// `take` has had enough.
+/// Passes the rest of the file to `take` piece by piece. False when it cannot be read to its end,
+/// or as soon as `take` returns false.
 bool readAll(int descriptor, const std::function<bool(std::string_view)>& take) {
-  // Not filled with zeros first: the settings' small files are read again and again.
+  // Uninitialised: zeroing it would cost more than reading a small settings file.
   const auto buffer = std::make_unique_for_overwrite<char[]>(kPieceSize);
   while (true) {
     const ssize_t count = readSome(descriptor, buffer.get(), kPieceSize);
@@ -50,24 +51,43 @@ bool readAll(int descriptor, const std::function<bool(std::string_view)>& take) 
   }
 }
 
-bool isReadOnly(const std::string& path) {
+/// The path's own status: of a symbolic link, not of what it leads to.
+std::optional<struct stat> statusOf(const std::string& path) {
   struct stat status {};
-  return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IWUSR) == 0;
+  if (lstat(path.c_str(), &status) != 0) return std::nullopt;
+  return status;
 }
 
-/// Opens an ordinary file for writing, which a super user could also do with a read-only one.
-FileDescriptor openForWriting(const std::string& path, int flags) {
-  if (isReadOnly(path)) return FileDescriptor();
-  FileDescriptor file(
-      open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | flags, kNewFileMode));
+bool isReadOnly(const struct stat& status) {
+  return !S_ISLNK(status.st_mode) && (status.st_mode & S_IWUSR) == 0;
+}
+
+/// Creates an empty file in the place of a file or link of that name, never behind a link. Invalid
+/// where a read-only file or something else than a file stands.
+FileDescriptor createAnew(const std::string& path) {
+  const auto old = statusOf(path);
+  if (old) {
+    const bool replaceable = S_ISREG(old->st_mode) || S_ISLNK(old->st_mode);
+    if (!replaceable || isReadOnly(*old) || unlink(path.c_str()) != 0) return FileDescriptor();
+  }
+  return FileDescriptor(
+      open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kNewFileMode));
+}
+
+/// Opens an ordinary file to write at its end, but none behind a link. A read-only file is refused
+/// here: the system would let a super user write to it.
+FileDescriptor openForAppending(const std::string& path) {
+  const auto old = statusOf(path);
+  if (old && isReadOnly(*old)) return FileDescriptor();
+  FileDescriptor file(open(path.c_str(),
+                           O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK,
+                           kNewFileMode));
   if (!file.valid() || !isOrdinaryFile(file.get())) return FileDescriptor();
   return file;
 }
 
-bool storeContent(const std::string& path, std::string_view content, int flags) {
-  FileDescriptor file = openForWriting(path, flags);
-  if (!file.valid()) return false;
-  const bool written = file.writeAll(content);
+bool storeContent(FileDescriptor file, std::string_view content) {
+  const bool written = file.valid() && file.writeAll(content);
   return file.close() && written;
 }
 
@@ -87,15 +107,16 @@ bool PosixFiles::readPieces(const std::string& path, const Consumer& consumer) {
 }
 
 bool PosixFiles::write(const std::string& path, std::string_view content) {
-  return storeContent(path, content, O_TRUNC);
+  return storeContent(createAnew(path), content);
 }
 
 bool PosixFiles::append(const std::string& path, std::string_view content) {
-  return storeContent(path, content, O_APPEND);
+  return storeContent(openForAppending(path), content);
 }
 
 bool PosixFiles::remove(const std::string& path) {
-  return !isReadOnly(path) && unlink(path.c_str()) == 0;
+  const auto status = statusOf(path);
+  return status && !isReadOnly(*status) && unlink(path.c_str()) == 0;
 }
 
 void PosixFiles::removeMatching(const std::string& folder, const std::string& pattern) {
@@ -117,7 +138,7 @@ bool PosixFiles::copy(const std::string& source, const std::string& target) {
       sourceStatus.st_ino == targetStatus.st_ino && sourceStatus.st_dev == targetStatus.st_dev) {
     return false;
   }
-  FileDescriptor to = openForWriting(target, O_TRUNC);
+  FileDescriptor to = createAnew(target);
   if (!to.valid()) return false;
 
   const bool copied =
