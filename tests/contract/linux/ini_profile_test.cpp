@@ -3,13 +3,28 @@
 #include <gtest/gtest.h>
 #include <sys/fsuid.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
-#include <atomic>
-#include <thread>
+#include <functional>
+#include <utility>
 
 #include "contract/linux/file_size_limit.h"
 #include "contract/scratch_folder.h"
+
+namespace {
+
+/// Called when new content is on the disk, but not yet in its place; once unless it sets itself
+/// again.
+std::function<void()> beforeReplacing;
+
+}  // namespace
+
+/// In the place of the C library's.
+extern "C" int fsync(int descriptor) {
+  if (const auto call = std::exchange(beforeReplacing, nullptr)) call();
+  return static_cast<int>(syscall(SYS_fsync, descriptor));
+}
 
 namespace karvel {
 namespace {
@@ -19,11 +34,13 @@ mode_t permissionsOf(const std::string& path) {
   return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
 }
 
-TEST(IniProfile, ANewFileIsForItsOwnerAlone) {
+TEST(IniProfile, ANewFileIsForItsOwnerAloneAndNotBehindALink) {
   const ScratchFolder folder;
   const std::string path = folder.path("karvel.hnb");
+  ASSERT_EQ(symlink("elsewhere", path.c_str()), 0);
   EXPECT_TRUE(IniProfile().write("S", "a", "1", path));
   EXPECT_EQ(permissionsOf(path), 0600U);
+  EXPECT_FALSE(folder.has("elsewhere"));
 }
 
 TEST(IniProfile, AWriteKeepsPermissionsAndLinks) {
@@ -108,25 +125,37 @@ TEST(IniProfile, LeavesNothingBehindWhenItCannotWrite) {
   EXPECT_EQ(folder.entryCount(), 2U);
 }
 
-TEST(IniProfile, AReaderSeesTheOldFileOrTheNewOne) {
+TEST(IniProfile, KeepsWhatAnotherProgramWritesMeanwhile) {
   const ScratchFolder folder;
-  const std::string filler = "filler=" + std::string(20'000, 'x') + "\r\n";
-  const std::string head = "[S]\r\nrequest=";
-  const std::string path = folder.add("karvel.hnb", head + "0\r\n" + filler);
-  std::atomic<bool> done{false};
-  std::thread writer([&] {
-    for (int i = 1; i <= 200; ++i) {
-      EXPECT_TRUE(IniProfile().write("S", "request", std::to_string(i % 10), path));
-    }
-    done = true;
-  });
-  while (!done) {
-    const std::string content = ScratchFolder::content(path).value_or("no file");
-    const bool whole = content.size() == head.size() + 3 + filler.size() &&
-                       content.starts_with(head) && content.ends_with(filler);
-    if (!whole) ADD_FAILURE() << "read " << content.size() << " bytes";
+  const std::string path = folder.add("karvel.hnb", "[S]\r\na=1\r\nrequest=0\r\n");
+  beforeReplacing = [&] {
+    EXPECT_EQ(ScratchFolder::content(path), "[S]\r\na=1\r\nrequest=0\r\n") << "half written";
+    EXPECT_TRUE(IniProfile().write("S", "request", "1", path));
+  };
+  EXPECT_TRUE(IniProfile().write("S", "a", "2", path));
+  EXPECT_EQ(ScratchFolder::content(path), "[S]\r\na=2\r\nrequest=1\r\n");
+
+  const std::function<void()> busy = [&] {
+    folder.add("karvel.hnb", *ScratchFolder::content(path) + ";");
+    beforeReplacing = busy;
+  };
+  beforeReplacing = busy;
+  EXPECT_FALSE(IniProfile().write("S", "a", "3", path));
+  beforeReplacing = nullptr;
+  EXPECT_EQ(IniProfile().read("S", "a", path, 256), "2");
+  EXPECT_EQ(folder.entryCount(), 1U);
+}
+
+TEST(IniProfile, DeletesWhatAKilledProgramHasLeftAndNothingElse) {
+  const ScratchFolder folder;
+  const std::string path = folder.add("karvel.hnb", "[S]\r\na=1\r\n");
+  for (const auto* name : {"karvel.hnb.unsaved-aB3xY9", "karvel.hnb.backup",
+                           "karvel.hnb.unsaved-old", "karvel.ini.unsaved-aB3xY9"}) {
+    folder.add(name, "password");
   }
-  writer.join();
+  EXPECT_TRUE(IniProfile().write("S", "a", "1", path));
+  EXPECT_FALSE(folder.has("karvel.hnb.unsaved-aB3xY9"));
+  EXPECT_EQ(folder.entryCount(), 4U);
 }
 
 }  // namespace

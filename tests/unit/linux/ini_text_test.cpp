@@ -11,7 +11,7 @@ namespace {
 TEST(IniText, ReadsLinesHoweverTheyEnd) {
   const std::pair<std::string, std::string> cases[] = {
       {"[Section]\rKey=v", "v"},
-      {"[Section]\n\rKey=v\r\r\n", "v"},
+      {"\xEF\xBB\xBF[Section]\n\rKey=v\r\r\n", "v"},
       {std::string(2, '\0') + "[Section]\r\nKey=v\r\n", ""},
       {"[Section]\r\n;Key=1\r\n", ""},
   };
@@ -27,8 +27,8 @@ TEST(IniText, WritesOneValueAndKeepsEveryOtherByte) {
     std::string before;
     std::string after;  // with "Key" of "Section" set to "new"
   } cases[] = {
-      {"name and line end stay", "; c\n[sEction]\n  kEy = old ; x\nB= 1 \n",
-       "; c\n[sEction]\n  kEy =new\nB= 1 \n"},
+      {"mark, name and line end stay", "\xEF\xBB\xBF; c\n[sEction]\n  kEy = old ; x\nB= 1 \n",
+       "\xEF\xBB\xBF; c\n[sEction]\n  kEy =new\nB= 1 \n"},
       {"a new key goes before the blank lines", "[Section]\r\nA=1\r\n\r\n[Next]\r\nKey=other\r\n",
        "[Section]\r\nA=1\r\nKey=new\r\n\r\n[Next]\r\nKey=other\r\n"},
       {"garbage stays", "\x01\x02=\xFF\r\n[Section]\r\nno sign\r\nKey=1",

@@ -1,33 +1,73 @@
 #include "platform/linux/system/ini_profile.h"
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 #include "platform/linux/system/file_descriptor.h"
 #include "platform/linux/system/ini_text.h"
-#include "platform/linux/system/posix_files.h"
 
 namespace karvel {
 namespace {
 
 constexpr off_t kLargestFile = 16 * 1024 * 1024;  ///< bytes; a larger one is no settings file
+constexpr int kAttempts = 20;
 
-std::optional<std::string> readFile(const std::string& path) {
+/// A new content until it takes its place: a name that is nobody else's, so that what a killed
+/// program has left can be told from a copy that the user keeps.
+constexpr std::string_view kUnsaved = ".unsaved-";
+constexpr std::string_view kPlaceholder = "XXXXXX";  // of mkostemp
+
+/// A file as it was at one moment.
+struct Snapshot {
   struct stat status {};
-  if (stat(path.c_str(), &status) != 0 || status.st_size > kLargestFile) return std::nullopt;
   std::string content;
-  const auto take = [&content](std::string_view piece) { content.append(piece); };
-  if (!PosixFiles().readPieces(path, take)) return std::nullopt;
+
+  [[nodiscard]] bool sameAs(const Snapshot& other) const {
+    return status.st_dev == other.status.st_dev && status.st_ino == other.status.st_ino &&
+           content == other.content;
+  }
+};
+
+std::optional<std::string> readAll(int descriptor, off_t size) {
+  std::string content(static_cast<std::size_t>(size) + 1, '\0');
+  std::size_t length = 0;
+  while (length < content.size()) {
+    const ssize_t count = ::read(descriptor, content.data() + length, content.size() - length);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return std::nullopt;
+    if (count == 0) break;
+    length += static_cast<std::size_t>(count);
+  }
+  content.resize(length);
   return content;
 }
 
-/// The file itself where the path is a symbolic link to it, so that the link survives.
+/// Empty when there is no settings file of that path or it cannot be read.
+std::optional<Snapshot> readFile(const std::string& path) {
+  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  Snapshot snapshot;
+  if (!file.valid() || fstat(file.get(), &snapshot.status) != 0) return std::nullopt;
+  if (!S_ISREG(snapshot.status.st_mode) || snapshot.status.st_size > kLargestFile) {
+    return std::nullopt;
+  }
+  auto content = readAll(file.get(), snapshot.status.st_size);
+  if (!content) return std::nullopt;
+  snapshot.content = std::move(*content);
+  return snapshot;
+}
+
+/// The file that a symbolic link leads to, so that the link survives; otherwise the path itself.
 std::string linkTarget(const std::string& path) {
   char* resolved = realpath(path.c_str(), nullptr);
   if (resolved == nullptr) return path;
@@ -41,7 +81,7 @@ void syncFolder(const std::string& folder) {
   if (descriptor.valid()) fsync(descriptor.get());
 }
 
-/// Gives the new file owner, group and permissions of the one that it is to replace.
+/// Gives the new file the owner, group and permissions of the one that it will replace.
 bool inheritFrom(const struct stat& old, int descriptor) {
   struct stat own {};
   if (fstat(descriptor, &own) != 0) return false;
@@ -50,57 +90,125 @@ bool inheritFrom(const struct stat& old, int descriptor) {
   return fchmod(descriptor, old.st_mode & 07777U) == 0;
 }
 
-/// Puts `file`, of the name `temporary`, in the place of `path` in one step: a reader, or a power
-/// cut, sees the old content or the new one.
-bool replaceFile(const std::string& path, FileDescriptor file, const std::string& temporary,
-                 std::string_view content) {
-  const bool stored = file.writeAll(content) && fsync(file.get()) == 0 && file.close() &&
-                      rename(temporary.c_str(), path.c_str()) == 0;
-  if (!stored) unlink(temporary.c_str());
-  if (stored) syncFolder(path.substr(0, path.find_last_of('/')));
-  return stored;
+/// False when the file is not, or no longer, the one that `old` was taken of.
+bool unchanged(const std::string& path, const std::optional<Snapshot>& old) {
+  const auto now = readFile(path);
+  return now.has_value() == old.has_value() && (!now || now->sameAs(*old));
 }
 
-/// Writes over the old content, once there is room for all of the new one.
-bool rewriteFile(const std::string& path, std::string_view content) {
+enum class Outcome : std::uint8_t {
+  kStored,
+  kFailed,
+  kOvertaken,  ///< another program has written meanwhile; nothing has been changed
+};
+
+/// Replaces the file in one step: a reader, or a power cut, finds the old content or the new one.
+Outcome replaceFile(const std::string& path, const std::optional<Snapshot>& old,
+                    FileDescriptor file, const std::string& temporary, std::string_view content) {
+  if (!file.writeAll(content) || fsync(file.get()) != 0) return Outcome::kFailed;
+  // As late as can be: what is written after this look is lost.
+  if (!unchanged(path, old)) return Outcome::kOvertaken;
+  // Gone when another process has taken it for a leftover before it was locked.
+  if (rename(temporary.c_str(), path.c_str()) != 0) {
+    return errno == ENOENT ? Outcome::kOvertaken : Outcome::kFailed;
+  }
+  syncFolder(path.substr(0, path.find_last_of('/')));
+  return Outcome::kStored;
+}
+
+/// Overwrites the old content in its place, if the disk has room for all of the new one.
+Outcome rewriteFile(const std::string& path, const Snapshot& old, std::string_view content) {
   const auto size = static_cast<off_t>(content.size());
   FileDescriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW));
-  return file.valid() && posix_fallocate(file.get(), 0, size) == 0 && file.writeAll(content) &&
-         ftruncate(file.get(), size) == 0 && fsync(file.get()) == 0 && file.close();
+  if (!file.valid()) return Outcome::kFailed;
+  if (!unchanged(path, old)) return Outcome::kOvertaken;
+  if (posix_fallocate(file.get(), 0, size) != 0) return Outcome::kFailed;
+  const bool stored = file.writeAll(content) && ftruncate(file.get(), size) == 0 &&
+                      fsync(file.get()) == 0 && file.close();
+  return stored ? Outcome::kStored : Outcome::kFailed;
 }
 
-/// `old` is the file there, or nullptr.
-bool storeFile(const std::string& path, std::string_view content, const struct stat* old) {
-  std::string temporary = path + ".XXXXXX";
+Outcome storeFile(const std::string& path, const std::optional<Snapshot>& old,
+                  std::string_view content) {
+  std::string temporary = path;
+  temporary.append(kUnsaved).append(kPlaceholder);
   FileDescriptor file(mkostemp(temporary.data(), O_CLOEXEC));
-  if (!file.valid()) return old != nullptr && errno == EACCES && rewriteFile(path, content);
-  if (old != nullptr && !inheritFrom(*old, file.get())) {
-    unlink(temporary.c_str());
-    return rewriteFile(path, content);
+  if (!file.valid()) {
+    return old && errno == EACCES ? rewriteFile(path, *old, content) : Outcome::kFailed;
   }
-  return replaceFile(path, std::move(file), temporary, content);
+  // Shows that its writer is alive. Without locks on this file system nothing is ever swept.
+  flock(file.get(), LOCK_EX | LOCK_NB);
+  if (old && !inheritFrom(old->status, file.get())) {
+    unlink(temporary.c_str());
+    return rewriteFile(path, *old, content);
+  }
+  const Outcome outcome = replaceFile(path, old, std::move(file), temporary, content);
+  if (outcome != Outcome::kStored) unlink(temporary.c_str());
+  return outcome;
+}
+
+Outcome setValue(const std::string& path, const std::string& section, const std::string& key,
+                 const std::string& value) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) {
+    return storeFile(path, std::nullopt, iniWithValue({}, section, key, value));
+  }
+  const bool writable = S_ISREG(status.st_mode) && (status.st_mode & S_IWUSR) != 0;
+  const auto old = writable ? readFile(path) : std::nullopt;
+  if (!old) return Outcome::kFailed;
+  const std::string content = iniWithValue(old->content, section, key, value);
+  return content == old->content ? Outcome::kStored : storeFile(path, old, content);
+}
+
+bool isUnsavedOf(std::string_view file, std::string_view name) {
+  if (!name.starts_with(file)) return false;
+  name.remove_prefix(file.size());
+  if (!name.starts_with(kUnsaved)) return false;
+  name.remove_prefix(kUnsaved.size());
+  return name.size() == kPlaceholder.size() &&
+         std::ranges::all_of(name, [](unsigned char c) { return std::isalnum(c) != 0; });
+}
+
+/// Deletes a file of this user's whose writer is no longer alive.
+void deleteLeftover(const std::string& path) {
+  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+  struct stat status {};
+  const bool own = file.valid() && fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
+                   status.st_uid == geteuid();
+  if (own && flock(file.get(), LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
+}
+
+/// Deletes what programs that were killed while writing this file have left beside it.
+void sweepLeftovers(const std::string& path) {
+  const auto separator = path.find_last_of('/');
+  const std::string folder = path.substr(0, separator + 1);
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.c_str()), closedir);
+  if (!entries) return;
+  while (const dirent* entry = readdir(entries.get())) {
+    if (isUnsavedOf(path.substr(separator + 1), entry->d_name)) {
+      deleteLeftover(folder + entry->d_name);
+    }
+  }
 }
 
 }  // namespace
 
 std::string IniProfile::read(const std::string& section, const std::string& key,
                              const std::string& file, std::size_t bufferSize) {
-  const auto text = readFile(file);
-  if (!text || bufferSize == 0) return {};
-  return iniValue(*text, section, key).substr(0, bufferSize - 1);
+  const auto snapshot = readFile(file);
+  if (!snapshot || bufferSize == 0) return {};
+  return iniValue(snapshot->content, section, key).substr(0, bufferSize - 1);
 }
 
 bool IniProfile::write(const std::string& section, const std::string& key, const std::string& value,
                        const std::string& file) {
   const std::string path = linkTarget(file);
-  struct stat old {};
-  const bool exists = stat(path.c_str(), &old) == 0;
-  if (!exists) return storeFile(path, iniWithValue({}, section, key, value), nullptr);
-
-  const bool writable = S_ISREG(old.st_mode) && (old.st_mode & S_IWUSR) != 0;
-  if (!writable) return false;
-  const auto text = readFile(path);
-  return text && storeFile(path, iniWithValue(*text, section, key, value), &old);
+  if (swept_.insert(path).second) sweepLeftovers(path);
+  Outcome outcome = Outcome::kOvertaken;
+  for (int i = 0; i < kAttempts && outcome == Outcome::kOvertaken; ++i) {
+    outcome = setValue(path, section, key, value);
+  }
+  return outcome == Outcome::kStored;
 }
 
 }  // namespace karvel

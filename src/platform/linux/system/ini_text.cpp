@@ -9,17 +9,19 @@ namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // of UTF-8; some editors add it
 
-/// One line of the text: where it stands, and its content without the line end.
+/// One line: its place in the text, and its content without the line end.
 struct Line {
   std::size_t begin;
-  std::size_t end;  ///< behind its line end
+  std::size_t end;  ///< past its line end
   std::string_view content;
 };
 
 class LineReader {
  public:
-  explicit LineReader(std::string_view text) : text_(text) {}
+  explicit LineReader(std::string_view text)
+      : text_(text), position_(text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0) {}
 
   std::optional<Line> next() {
     if (position_ >= text_.size()) return std::nullopt;
@@ -37,7 +39,7 @@ class LineReader {
   }
 
   std::string_view text_;
-  std::size_t position_ = 0;
+  std::size_t position_;
 };
 
 std::string_view withoutBlanks(std::string_view text) {
@@ -50,8 +52,8 @@ char lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// Equality without regard to ASCII case, character by character: the second byte of a double-byte
-/// character may look like a letter and counts as it is.
+/// Equality ignoring ASCII case, character by character: the second byte of a double-byte character
+/// may look like a letter, but has no case.
 bool sameName(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i) {
@@ -65,7 +67,7 @@ bool sameName(std::string_view a, std::string_view b) {
   return true;
 }
 
-/// Where the first "]" of its own stands, not one that is half of a double-byte character.
+/// Position of the first "]" that is not the second byte of a double-byte character.
 std::size_t closingBracket(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (isLeadByte932(text[i])) {
@@ -105,10 +107,10 @@ std::string_view unquoted(std::string_view value) {
   return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-/// Where a key stands, or where it would go.
+/// Where a key is, or where it would be inserted.
 struct Place {
   bool sectionFound = false;
-  std::size_t insertAt = 0;  ///< behind the last line of the section that is not blank
+  std::size_t insertAt = 0;  ///< after the section's last line that is not blank
   std::optional<Line> line;  ///< the key's line
 };
 

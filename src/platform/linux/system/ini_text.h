@@ -5,14 +5,16 @@
 
 namespace karvel {
 
-/// The text of a profile file in code page 932, with the rules stated in platform/profile.h.
+/// The text of a profile file in code page 932, by the rules of platform/profile.h. A byte order
+/// mark of UTF-8 at its start is skipped, and kept.
 
 /// The value of a key, or "" when the section or the key is missing.
-std::string iniValue(std::string_view text, std::string_view section, std::string_view key);
+[[nodiscard]] std::string iniValue(std::string_view text, std::string_view section,
+                                   std::string_view key);
 
 /// The text with the key set to the value; every other line keeps its bytes. A new key follows the
 /// last line of its section that is not blank, a new section the end of the text.
-std::string iniWithValue(std::string_view text, std::string_view section, std::string_view key,
-                         std::string_view value);
+[[nodiscard]] std::string iniWithValue(std::string_view text, std::string_view section,
+                                       std::string_view key, std::string_view value);
 
 }  // namespace karvel
