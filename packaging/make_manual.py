@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Turns the Markdown pages of a folder into HTML: make_manual.py SOURCE TARGET"""
+"""Turns the manual's pages (*.ja.md) of a folder into HTML: make_manual.py SOURCE TARGET"""
 
 import html
 import re
@@ -20,12 +20,18 @@ body {{ max-width: 52em; margin: 2em auto; padding: 0 1em; line-height: 1.7;
        font-family: "Meiryo", "Yu Gothic UI", "IPAGothic", sans-serif; color: #222; }}
 h1, h2, h3 {{ line-height: 1.3; }}
 h2 {{ border-bottom: 1px solid #ccc; margin-top: 2em; }}
-table {{ border-collapse: collapse; }}
+table {{ border-collapse: collapse; margin: 1em 0; }}
 th, td {{ border: 1px solid #bbb; padding: .3em .6em; text-align: left; vertical-align: top; }}
 th {{ background: #f0f0f0; }}
+td:first-child {{ word-break: keep-all; }}
 code, pre {{ font-family: "MS Gothic", "IPAGothic", monospace; background: #f4f4f4; }}
 pre {{ padding: .6em; overflow-x: auto; }}
 img {{ max-width: 100%; border: 1px solid #ccc; }}
+@media print {{
+  body {{ max-width: none; margin: 0; font-size: 10pt; }}
+  h2, h3 {{ break-after: avoid; }}
+  tr, img {{ break-inside: avoid; }}
+}}
 </style>
 </head>
 <body>
@@ -47,6 +53,8 @@ def heading_name(text, separator):
 def to_html(text):
     body = markdown.markdown(text, extensions=["tables", "fenced_code", "toc"],
                              extension_configs={"toc": {"slugify": heading_name}})
+    # A heading that begins with an anchor of its own is named by it.
+    body = re.sub(r'(<h\d) id="[^"]*"><a (id="[^"]+")></a>', r"\1 \2>", body)
     body = re.sub(r'(href="[^":]+)\.md([#"])', r"\1.html\2", body)
     return PAGE.format(title=html.escape(title_of(text)), body=body)
 
@@ -66,7 +74,7 @@ def main(source, target):
     source, target = Path(source), Path(target)
     images = list((source / "images").iterdir())
     pages = {file.stem + ".html": to_html(file.read_text(encoding="utf-8"))
-             for file in sorted(source.glob("*.md"))}
+             for file in sorted(source.glob("*.ja.md"))}
     missing = list(missing_targets(pages, images))
     for name, wanted in missing:
         print(f"{name}: there is no {wanted}", file=sys.stderr)
