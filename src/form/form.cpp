@@ -115,6 +115,7 @@ void Form::setVisible(bool visible) {
   if (visible == visible_) return;
   visible_ = visible;
   if (view_ != nullptr) view_->formChanged();
+  if (!visible) keyEvent(0);
 }
 
 void Form::setWindowState(WindowState state) {
@@ -141,7 +142,7 @@ void Form::close() {
 void Form::markClosed() {
   if (closed_) return;
   closed_ = true;
-  visible_ = false;
+  setVisible(false);
   if (view_ != nullptr) view_->formChanged();
 }
 

@@ -187,6 +187,7 @@ class Form {
   [[nodiscard]] const std::string& caption() const { return caption_; }
   void setCaption(std::string caption);
   [[nodiscard]] bool visible() const { return visible_; }
+  /// A window that is not shown holds no key: hiding it reports every modifier as released.
   void setVisible(bool visible);
   [[nodiscard]] WindowState windowState() const { return windowState_; }
   /// A different state runs onResize, whether a user or the program sets it.

@@ -61,6 +61,7 @@ class Desktop {
   virtual void addTrayIcon(Form& owner, TrayImage image, const std::string& tip,
                            std::function<void()> onRightButtonUp) = 0;
   virtual void changeTrayIcon(TrayImage image, const std::string& tip) = 0;
+  /// Removes it, and with it an open menu, of which nothing is chosen then.
   virtual void removeTrayIcon() = 0;
 
   /// Opens a popup menu at the mouse pointer; the chosen entry's handler runs after the menu has

@@ -18,6 +18,7 @@ PanelCommands::PanelCommands(FtpForm& form, SendRun& sendRun, SendSettings& send
 
 void PanelCommands::Command1_Click(int index) {
   using Command = FtpForm::Command;
+  if (form_.closed()) return;
   switch (index) {
     case Command::kCancel:
       stayOrEnd();
@@ -45,6 +46,7 @@ void PanelCommands::MyMenu_Send_Click() {
   form_.disableCommands();
   form_.Timer1->setEnabled(false);
   sendRun_.Snd(SendMode::kUnattended);
+  if (form_.closed()) return;
   form_.Timer1->setEnabled(true);
   form_.enableCommands();
 }

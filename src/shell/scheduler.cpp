@@ -32,6 +32,7 @@ void Scheduler::Timer1_Timer() {
   form_.Timer1->setEnabled(false);
   if (request("FTP EXIT") != 0) form_.TimerCount = kElapsed;
   countTick();
+  if (form_.closed()) return;  // the session has ended in front of a message of the run
 
   // A request that has come during a long send run counts too.
   if (request("FTP EXIT") != 0) {

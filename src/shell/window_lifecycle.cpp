@@ -54,8 +54,9 @@ void WindowLifecycle::unloadMainForm() {
   // Both halves process messages, among which may be another wish to close, or a click on the
   // panel that shows for a moment.
   if (std::exchange(closing_, true)) return;
-  form_.disableCommands();
+  form_.disableAll();
   Form_QueryUnload();
+  form_.markClosed();
   Form_Terminate();
 }
 
@@ -77,7 +78,6 @@ void WindowLifecycle::Form_Terminate() {
     desktop_.processPendingMessages();
   }
   files_.removeMatching(programFolder_, "*.txt");
-  form_.markClosed();
   desktop_.quit();
 }
 

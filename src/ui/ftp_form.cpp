@@ -114,6 +114,11 @@ void FtpForm::disableCommands() {
   for (Control* command : Command1.all()) command->setEnabled(false);
 }
 
+void FtpForm::disableAll() {
+  for (MenuItem* item : MyMenu_Task) item->enabled = false;
+  for (const auto& control : controls()) control->setEnabled(false);
+}
+
 void FtpForm::enableCommands() {
   for (const auto index : {Command::kCancel, Command::kOk, Command::kTest, Command::kGroup}) {
     Command1[index].setEnabled(true);

@@ -79,7 +79,10 @@ class FakeDesktop final : public Desktop {
     if (tray) tray = image;
     trayTip = tip;
   }
-  void removeTrayIcon() override { tray.reset(); }
+  void removeTrayIcon() override {
+    tray.reset();
+    openMenu.clear();
+  }
   void popupMenu(Form&, const std::vector<MenuItem*>& items) override { openMenu = items; }
   std::unique_ptr<Timer> createTimer(std::chrono::milliseconds,
                                      std::function<void()> onTick) override {

@@ -56,10 +56,9 @@ class ShopWorld {
   /// Messages of the run log of the clock's day, without their time stamps.
   std::vector<std::string> logMessages();
   void clearLog() { files.files.erase(logPath()); }
-
- private:
   [[nodiscard]] std::string logPath() const;
 
+ private:
   std::unique_ptr<Program> program_;
 };
 

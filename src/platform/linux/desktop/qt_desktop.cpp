@@ -147,6 +147,7 @@ void QtDesktop::changeTrayIcon(TrayImage image, const std::string& tip) {
 }
 
 void QtDesktop::removeTrayIcon() {
+  closeQtPopup();
   trayIcon_.reset();
 }
 

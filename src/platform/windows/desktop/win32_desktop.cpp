@@ -107,6 +107,7 @@ void Win32Desktop::changeTrayIcon(TrayImage image, const std::string& tip) {
 }
 
 void Win32Desktop::removeTrayIcon() {
+  EndMenu();
   trayIcon_.reset();
   trayOwner_ = nullptr;
 }
