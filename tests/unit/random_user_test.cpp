@@ -34,7 +34,7 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
       endedInRun_ = true;
       endSession();
     };
-    desktop.chosenFolder = "";
+    desktop.onDiscard = [this] { expectCommandsDisabled(); };
   }
 
   void live(int actions) {
@@ -73,7 +73,8 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
     setTicket("FTP INFOMATION", "DOMAIN", contract_);
     setTicket("FTP INFOMATION", "FTP USER", contract_.empty() ? "" : "user");
     setTicket("FTP INFOMATION", "FTP CODE", contract_.empty() ? "" : "K-1234567");
-    setTicket("USER INFOMATION", "USER CODE", oneOf({"", "0012", "G0012"}));
+    userCode_ = oneOf({"", "0012", "G0012", "g1"});
+    setTicket("USER INFOMATION", "USER CODE", userCode_);
     if (below(4) == 0) put("FTP TYPE", oneOf({"0", "1", "2", "3", "x", "7", "1.5", ""}));
     if (below(8) == 0) put("FTP CODE", oneOf({"00345", "", "0", "x"}));
     if (below(8) == 0) put("FTP PSIV", oneOf({"0", "1", "2", "x"}));
@@ -141,15 +142,23 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
   }
   std::optional<FakeInternet::Failure> answerOf(const std::string& call) {
     EXPECT_FALSE(desktop.timer->enabled()) << "during a run";
-    if (byHand_) {
-      for (const Control* command : form().Command1.all()) EXPECT_FALSE(command->enabled());
-      EXPECT_FALSE(form().MyMenu_Send.enabled);
+    if (byHand_) expectCommandsDisabled();
+    if (!byHand_ && below(40) == 0) put("FTP INIT", "1");
+    if (!byHand_ && below(80) == 0) {
+      put("FTP EXIT", "1");
+      endedInRun_ = true;
+      beginClosing();
     }
     if (!connects_ && call == "connect") return FakeInternet::Failure{12029};
     if (!takesFiles_ && call.starts_with("put ")) {
       return FakeInternet::Failure{Internet::kErrorExtended, "552 full"};
     }
     return std::nullopt;
+  }
+
+  void expectCommandsDisabled() {
+    for (const Control* command : form().Command1.all()) EXPECT_FALSE(command->enabled());
+    EXPECT_FALSE(form().MyMenu_Send.enabled);
   }
 
   void actResident() {
@@ -258,14 +267,20 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
       if (group != nullptr && field->row().index == GrpForm::Field::kWebGroup) continue;
       EXPECT_EQ(field->text(), form().Text1[field->row().index].text()) << "as the panel has it";
     }
+    if (group != nullptr) {
+      const Control& web = group->Text1[GrpForm::Field::kWebGroup];
+      EXPECT_EQ(web.enabled(), userCode_.starts_with('G'));
+      EXPECT_EQ(web.text(), web.enabled() || userCode_.empty() ? webGroup_ : "");
+    }
     std::string before;
     for (const Control* field : form().Text1.all()) before += field->text() + "\t";
     for (int edits = below(6); edits > 0; --edits) {
       Control& field = *texts.all()[static_cast<std::size_t>(below(int(texts.all().size())))];
       const bool site = account != nullptr && field.row().index == Field::kSiteFolder;
       if (!field.enabled()) continue;
-      type(field, site ? std::vector<std::string>{"shop", "", "/shop/", "none"}
-                       : std::vector<std::string>{"7", "", " 12 3 ", "123456", "12x", "0", "表"});
+      type(field,
+           site ? std::vector<std::string>{"shop", "", "/shop/", "none"}
+                : std::vector<std::string>{"7", "", " 12 3 ", "123456", "12x", "1e1", "&H", "表"});
     }
     if (account != nullptr && below(4) == 0) {
       account->Command2.click();
@@ -311,6 +326,7 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
     stored_["FTP CODE"] = padded(dialog.Text1[Field::kShopCode].text(), 5);
     stored_["GRUP CODE"] = padded(dialog.Text1[Field::kGroupCode].text(), 2);
     stored_["GRUP NAME"] = trimmed(dialog.Text1[Field::kGroupName].text());
+    webGroup_ = trimmed(dialog.Text1[GrpForm::Field::kWebGroup].text());
   }
 
   void endSession() {
@@ -398,7 +414,6 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
   /// One tick of the timer.
   void pass() {
     const bool exits = numericValue(stored_["FTP EXIT"]) != 0;
-    const double request = numericValue(stored_["FTP INIT"]);
     const int thresholds[] = {0, 150, 450, 900, 1800};
     const int threshold = thresholds[intervalStored()];
     counter_ = exits ? 1801 : counter_ + 1;
@@ -407,6 +422,7 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
     const std::size_t modals = desktop.modals.size();
     if (exits) beginClosing();
     expectRun(runs, SendMode::kUnattended, [&] { tick(); });
+    const double request = numericValue(stored_["FTP INIT"]);
     const bool answered = request != 0 && !exits && !endedInRun_;
     EXPECT_EQ(desktop.modals.size() - modals, answered && request == 2 ? 1U : 0U);
     if (!answered) return;
@@ -443,6 +459,14 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
     return {result(takesFiles_), takesFiles_ ? "FTP:PutFile OK" : "FTP:PutFile NG 12003/552 full"};
   }
 
+  std::string boxText(Delivery outcome) {
+    if (outcome == Delivery::kNoConnection) {
+      return "接続できませんでした。　　\r\nﾈｯﾄﾜｰｸ管理者にご相談下さい。　";
+    }
+    const std::string sent = "転送できませんでした。　　\r\n";
+    return chosen(Destination::kOutputFolder) ? sent : sent + "設定より接続確認を行って下さい。　";
+  }
+
   /// Does what may start a run, and takes over what must come of it.
   void expectRun(bool runs, SendMode mode, const std::function<void()>& action) {
     clearLog();
@@ -466,7 +490,8 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
         status_ = success ? "転送完了" : "転送できませんでした";
       }
     }
-    EXPECT_EQ(desktop.messageBoxes.size() - boxes, box ? 1U : 0U);
+    ASSERT_EQ(desktop.messageBoxes.size() - boxes, box ? 1U : 0U);
+    EXPECT_EQ(box ? desktop.messageBoxes.back().text : "", box ? boxText(outcome) : "");
     const std::string log = content(logPath());
     EXPECT_EQ(contains(log, "Snd Start"), runs);
     EXPECT_EQ(contains(log, "Snd Exit"), runs);
@@ -478,6 +503,7 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
 
   void expectModel() {
     for (const auto& [key, value] : stored_) EXPECT_EQ(own(key), value) << key;
+    EXPECT_EQ(ticket("FTP INFOMATION", "FTP GRUP"), webGroup_);
     EXPECT_EQ(form().SndNG, sndNg_);
     EXPECT_EQ(trimmed(form().MsgLabel.caption()), status_);
     if (resident_ || closed_) shift_ = 0;
@@ -515,6 +541,8 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
   std::mt19937 random_{GetParam()};
   std::deque<std::string> done_;
   std::string contract_;  ///< the domain of a shop that has the service site
+  std::string userCode_;
+  std::string webGroup_;
   bool connects_ = true;
   bool takesFiles_ = true;
   bool byHand_ = false;  ///< a run that a user has started lasts
