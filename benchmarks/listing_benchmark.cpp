@@ -15,10 +15,9 @@ void refreshListing(benchmark::State& state) {
   for (std::int64_t i = 0; i < state.range(0); ++i) {
     shop.internet.folders["/"]["00345_" + std::to_string(240000 + i) + ".txt"] = "x";
   }
-  SessionHolder session(shop.form(), shop.internet);
-  session.create();
-  session.clsFtp->OpenSession();
-  RemoteListing listing(shop.form(), session);
+  McWinFTP clsFtp(shop.internet, [](std::int32_t, const std::string&) {});
+  clsFtp.OpenSession();
+  RemoteListing listing(shop.form(), clsFtp);
   for (auto _ : state) {
     listing.Ftp_ListFiles();
     shop.internet.calls.clear();

@@ -44,7 +44,7 @@ void readSetting(benchmark::State& state) {
   SystemClock clock;
   IniRedWrt settings(profile, files, clock);
   settings.OwnIniPath = file.path();
-  for (auto _ : state) benchmark::DoNotOptimize(settings.readOwn("FTP EXIT"));
+  for (auto _ : state) benchmark::DoNotOptimize(settings.read(own::kExitRequest));
 }
 BENCHMARK(readSetting)->Arg(20)->Arg(2000)->Unit(benchmark::kMicrosecond);
 

@@ -39,9 +39,7 @@ bool send(karvel::Program& program, bool bulk) {
 bool refresh(karvel::Program& program, karvel::Internet& internet) {
   using Field = FtpForm::Field;
   FtpForm& form = program.mainForm();
-  karvel::SessionHolder session(form, internet);
-  session.create();
-  karvel::McWinFTP& ftp = *session.clsFtp;
+  karvel::McWinFTP ftp(internet, [](std::int32_t, const std::string&) {});
   ftp.RemoteHost(form.text(Field::kServer));
   ftp.User(form.text(Field::kAccount));
   ftp.Password(form.text(Field::kPassword));
@@ -49,7 +47,7 @@ bool refresh(karvel::Program& program, karvel::Internet& internet) {
   ftp.PassiveFlag(true);
   ftp.OpenSession();
   if (ftp.hFTP() == 0) return false;
-  karvel::RemoteListing listing(form, session);
+  karvel::RemoteListing listing(form, ftp);
   const auto begin = Clock::now();
   for (int i = 0; i < kRefreshes; ++i) listing.Ftp_ListFiles();
   std::printf("%.2f %zu\n", millisecondsSince(begin) / kRefreshes,

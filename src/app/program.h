@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ftp/ftp_site.h"
+#include "ftp/ftp_session.h"
 #include "platform/platform.h"
-#include "send/folder_copy.h"
+#include "send/folder_delivery.h"
 #include "send/panel_commands.h"
 #include "send/send_run.h"
 #include "send/send_settings.h"
@@ -19,7 +19,7 @@
 
 namespace karvel {
 
-/// The rooms of the program, built in their order and wired where control flows back up.
+/// The whole program: builds every room on the platform and connects events to their handlers.
 class Program {
  public:
   explicit Program(Platform& platform);
@@ -31,10 +31,12 @@ class Program {
   int run();
 
   /// The first half of run(), for a caller with a message loop of its own.
-  [[nodiscard]] StartOutcome start() { return startUp_.Form_Load(); }
+  [[nodiscard]] StartOutcome start() { return startUp_.Form_Load(platform_.commandLine); }
   [[nodiscard]] FtpForm& mainForm() { return form_; }
 
  private:
+  void wire();
+
   Platform& platform_;
   IniRedWrt settings_;
   RunLog log_;
@@ -42,7 +44,7 @@ class Program {
   DeskReader desks_;
   StatisticsTable table_;
   FtpSite site_;
-  FolderCopy folder_;
+  FolderDelivery folder_;
   ShopInfo shopInfo_;
   StatisticsExport export_;
   SendSettings sendSettings_;

@@ -50,10 +50,9 @@ void RemoteListing::Ftp_ListFiles() {
   FileLines_.clear();
   FileSizes_.clear();
 
-  McWinFTP& ftp = *session_.clsFtp;
-  std::vector<std::string> shown{ftp.CurDir() == "/" ? ". " : ".."};
-  for (ftp.FindFile("*.*"); !ftp.RemoteFile->SearchEnd; ftp.NextFile()) {
-    store(*ftp.RemoteFile, shown);
+  std::vector<std::string> shown{clsFtp_.CurDir() == "/" ? ". " : ".."};
+  for (clsFtp_.FindFile("*.*"); !clsFtp_.RemoteFile->SearchEnd; clsFtp_.NextFile()) {
+    store(*clsFtp_.RemoteFile, shown);
   }
   form_.lstFiles.setItems(std::move(shown));
 }

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ftp/session_holder.h"
+#include "ftp/mc_win_ftp.h"
 #include "ui/ftp_form.h"
 
 namespace karvel {
@@ -20,7 +20,7 @@ class RemoteListing {
   /// Characters of a slot: shorter lines are padded with blanks, longer ones cut.
   static constexpr std::size_t kSlotWidth = 128;
 
-  RemoteListing(FtpForm& form, SessionHolder& session) : form_(form), session_(session) {}
+  RemoteListing(FtpForm& form, McWinFTP& clsFtp) : form_(form), clsFtp_(clsFtp) {}
 
   /// Reads the current folder of the open session. When the enumeration fails, what has been read
   /// until then is kept.
@@ -38,7 +38,7 @@ class RemoteListing {
   void store(const FTPFile& entry, std::vector<std::string>& shown);
 
   FtpForm& form_;
-  SessionHolder& session_;
+  McWinFTP& clsFtp_;
   std::vector<std::string> DirLines_;
   std::vector<std::string> FileLines_;
   std::vector<std::int32_t> FileSizes_;

@@ -31,9 +31,9 @@ bool IsBinaryFile(const std::string& name) {
                       [&](const char* extension) { return contains(lower, extension); });
 }
 
-SafeUpload::SafeUpload(FtpForm& form, SessionHolder& session, RemoteListing& listing, Files& files,
+SafeUpload::SafeUpload(FtpForm& form, McWinFTP& clsFtp, RemoteListing& listing, Files& files,
                        RunLog& log)
-    : form_(form), session_(session), listing_(listing), files_(files), log_(log) {
+    : form_(form), clsFtp_(clsFtp), listing_(listing), files_(files), log_(log) {
 }
 
 bool SafeUpload::Ftp_PutFile(const std::string& folder, const std::string& name) {
@@ -42,7 +42,7 @@ bool SafeUpload::Ftp_PutFile(const std::string& folder, const std::string& name)
 
   const std::string temp = temporaryName(name);
   const std::int32_t transfer = IsBinaryFile(name) ? 0 : 1;
-  if (session_.clsFtp->PutFile(localFile, temp, transfer) == 0) {
+  if (clsFtp_.PutFile(localFile, temp, transfer) == 0) {
     return reportFailure("FTP:PutFile NG ");
   }
   if (!Ftp_Rename(name, temp)) return reportFailure("FTP:Rename NG ");
@@ -56,14 +56,13 @@ bool SafeUpload::Ftp_Rename(const std::string& target, const std::string& temp) 
   const auto slot = listing_.findFile(fileMark(temp));
   if (!slot || listing_.fileSize(*slot) < 0) return false;
 
-  McWinFTP& ftp = *session_.clsFtp;
   if (isListed(target)) {
-    ftp.DeleteFile(target);
+    clsFtp_.DeleteFile(target);
     listing_.Ftp_ListFiles();
   }
   if (isListed(target)) return false;
 
-  ftp.RenameFile(temp, target);
+  clsFtp_.RenameFile(temp, target);
   listing_.Ftp_ListFiles();
   if (!isListed(target)) return false;
   report("FTP:RenameFile");
@@ -71,7 +70,7 @@ bool SafeUpload::Ftp_Rename(const std::string& target, const std::string& temp) 
 }
 
 void SafeUpload::Ftp_DeleteListed(const std::string& name) {
-  if (listing_.findFile("F " + name)) session_.clsFtp->DeleteFile(name);
+  if (listing_.findFile("F " + name)) clsFtp_.DeleteFile(name);
 }
 
 bool SafeUpload::isListed(const std::string& name) const {

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "ftp/mc_win_ftp.h"
 #include "ftp/remote_listing.h"
-#include "ftp/session_holder.h"
 #include "platform/files.h"
 #include "store/run_log.h"
 #include "ui/ftp_form.h"
@@ -16,8 +16,7 @@ namespace karvel {
 /// Uploads under a temporary name, so that the final name appears only with a complete file.
 class SafeUpload {
  public:
-  SafeUpload(FtpForm& form, SessionHolder& session, RemoteListing& listing, Files& files,
-             RunLog& log);
+  SafeUpload(FtpForm& form, McWinFTP& clsFtp, RemoteListing& listing, Files& files, RunLog& log);
 
   /// Sends `folder` (ending in the separator) + `name` into the session's current folder. True
   /// when it carries its final name there; the outcome is shown and logged. A missing local file
@@ -35,7 +34,7 @@ class SafeUpload {
   void report(const std::string& text);
 
   FtpForm& form_;
-  SessionHolder& session_;
+  McWinFTP& clsFtp_;
   RemoteListing& listing_;
   Files& files_;
   RunLog& log_;

@@ -8,7 +8,6 @@ namespace karvel {
 namespace {
 
 using Field = FtpForm::Field;
-using Destination = FtpForm::Destination;
 
 constexpr std::size_t kCodeInPassword = 6;
 constexpr std::size_t kDroppedOfDomain = 3;
@@ -21,18 +20,17 @@ std::string withoutLastCharacters(const std::string& text, std::size_t count) {
 
 }  // namespace
 
-ServerConnection::ServerConnection(FtpForm& form, SessionHolder& session, RemoteListing& listing,
+ServerConnection::ServerConnection(FtpForm& form, McWinFTP& clsFtp, RemoteListing& listing,
                                    ServerList& servers, IniRedWrt& settings)
-    : form_(form), session_(session), listing_(listing), servers_(servers), settings_(settings) {
+    : form_(form), clsFtp_(clsFtp), listing_(listing), servers_(servers), settings_(settings) {
 }
 
 bool ServerConnection::Ftp_Open() {
-  const bool ownSite = form_.destinationIs(Destination::kUserSite);
+  const bool ownSite = form_.destination() == FtpForm::Destination::kUserSite;
   if (!(ownSite ? takeOwnAccount() : takeServiceAccount())) return false;
 
-  McWinFTP& ftp = *session_.clsFtp;
-  ftp.OpenSession();
-  if (ftp.hFTP() == 0) return fail("FTP:OPEN NG " + form_.LastFtpError);
+  clsFtp_.OpenSession();
+  if (clsFtp_.hFTP() == 0) return fail("FTP:OPEN NG " + form_.LastFtpError);
 
   listing_.Ftp_ListFiles();
   const std::string_view folder = ownSite ? trimmed(form_.text(Field::kSiteFolder)) : "";
@@ -42,48 +40,42 @@ bool ServerConnection::Ftp_Open() {
 }
 
 bool ServerConnection::takeOwnAccount() {
-  const std::string& host = form_.text(Field::kServer);
-  const std::string& user = form_.text(Field::kAccount);
-  const std::string& password = form_.text(Field::kPassword);
-  if (host.empty() || user.empty() || password.empty()) return false;
+  if (!form_.destinationComplete()) return false;
 
-  McWinFTP& ftp = *session_.clsFtp;
-  ftp.RemoteHost(std::string(trimmed(host)));
-  ftp.User(std::string(trimmed(user)));
-  ftp.Password(std::string(trimmed(password)));
-  ftp.PassiveFlag(form_.chkPassive.value() != 0);
-  ftp.Inet_FtpPort(wholeNumericValue(form_.text(Field::kPort)));
+  clsFtp_.RemoteHost(std::string(trimmed(form_.text(Field::kServer))));
+  clsFtp_.User(std::string(trimmed(form_.text(Field::kAccount))));
+  clsFtp_.Password(std::string(trimmed(form_.text(Field::kPassword))));
+  clsFtp_.PassiveFlag(form_.chkPassive.value() != 0);
+  clsFtp_.Inet_FtpPort(wholeNumericValue(form_.text(Field::kPort)));
   return true;
 }
 
 bool ServerConnection::takeServiceAccount() {
-  const std::string user = settings_.readTicket(section::kFtp, "FTP USER");
-  const std::string customerCode = settings_.readTicket(section::kFtp, "FTP CODE");
+  const std::string user = settings_.read(ticket::kAccount);
+  const std::string customerCode = settings_.read(ticket::kCustomerCode);
   if (user.empty() || customerCode.empty()) return false;
 
   servers_.LoadServerList();
-  McWinFTP& ftp = *session_.clsFtp;
-  ftp.RemoteHost(servers_.FtpServerHost);
+  clsFtp_.RemoteHost(servers_.FtpServerHost);
   logInAs(user, customerCode);
 
-  const std::string mode = asciiLower(settings_.readTicket(section::kFtp, "FTP MODE"));
+  const std::string mode = asciiLower(settings_.read(ticket::kMode));
   form_.chkPassive.setValue(contains(mode, "pasv") ? 1 : 0);
-  ftp.PassiveFlag(form_.chkPassive.value() != 0);
+  clsFtp_.PassiveFlag(form_.chkPassive.value() != 0);
 
-  const std::string port = settings_.readTicket(section::kFtp, "FTP PORT");
-  ftp.Inet_FtpPort(wholeNumericValue(port.empty() ? kStandardPort : port));
+  const std::string port = settings_.read(ticket::kPort);
+  clsFtp_.Inet_FtpPort(wholeNumericValue(port.empty() ? kStandardPort : port));
   return true;
 }
 
 void ServerConnection::logInAs(const std::string& user, const std::string& customerCode) {
-  McWinFTP& ftp = *session_.clsFtp;
   const std::string code(lastCharacters(customerCode, kCodeInPassword));
   if (contains(servers_.FtpServerHost, configured::kProviderWord)) {
-    ftp.User(withoutLastCharacters(servers_.FtpDomain, kDroppedOfDomain) + user);
-    ftp.Password(configured::kProviderPasswordPrefix + code);
+    clsFtp_.User(withoutLastCharacters(servers_.FtpDomain, kDroppedOfDomain) + user);
+    clsFtp_.Password(configured::kProviderPasswordPrefix + code);
   } else {
-    ftp.User(user + "@" + servers_.FtpDomain);
-    ftp.Password(configured::kPasswordPrefix + code);
+    clsFtp_.User(user + "@" + servers_.FtpDomain);
+    clsFtp_.Password(configured::kPasswordPrefix + code);
   }
 }
 
@@ -102,14 +94,14 @@ bool ServerConnection::enterFolder(std::string_view path) {
 
 bool ServerConnection::enterLevel(std::string_view name) {
   if (!listing_.findFolder("D " + std::string(name))) return false;
-  session_.clsFtp->CurDir(std::string(name));
+  clsFtp_.CurDir(std::string(name));
   listing_.Ftp_ListFiles();
   return true;
 }
 
 bool ServerConnection::fail(const std::string& text) {
   form_.MsgLabel.setCaption(text);
-  session_.clsFtp->CloseSession();
+  clsFtp_.CloseSession();
   return false;
 }
 

@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
+#include "ftp/mc_win_ftp.h"
 #include "ftp/remote_listing.h"
 #include "ftp/server_list.h"
-#include "ftp/session_holder.h"
 #include "store/settings_store.h"
 #include "ui/ftp_form.h"
 
@@ -14,8 +14,8 @@ namespace karvel {
 /// The road of a fresh session to the target folder.
 class ServerConnection {
  public:
-  ServerConnection(FtpForm& form, SessionHolder& session, RemoteListing& listing,
-                   ServerList& servers, IniRedWrt& settings);
+  ServerConnection(FtpForm& form, McWinFTP& clsFtp, RemoteListing& listing, ServerList& servers,
+                   IniRedWrt& settings);
 
   /// Logs in with the account of the panel (user's own site) or of the ticket application's
   /// settings (service site), and walks down the target folder level by level. True: the session
@@ -32,7 +32,7 @@ class ServerConnection {
   bool fail(const std::string& text);
 
   FtpForm& form_;
-  SessionHolder& session_;
+  McWinFTP& clsFtp_;
   RemoteListing& listing_;
   ServerList& servers_;
   IniRedWrt& settings_;

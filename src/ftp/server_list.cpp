@@ -30,8 +30,8 @@ void ServerList::LoadServerList() {
   if (!complete) return;  // no list, or one that broke off: what it said until then holds
   lines.finish(take);
 
-  updateDomain(section::kMail, MailDomain);
-  updateDomain(section::kFtp, FtpDomain);
+  updateDomain(ticket::kMailDomain, MailDomain);
+  updateDomain(ticket::kDomain, FtpDomain);
 }
 
 void ServerList::takeLine(const std::string& line) {
@@ -46,10 +46,10 @@ void ServerList::takeLine(const std::string& line) {
   if (entry == 5) FtpDomain = value;
 }
 
-void ServerList::updateDomain(std::string_view section, const std::string& domain) {
-  const std::string current = settings_.readTicket(section, "DOMAIN");
+void ServerList::updateDomain(const TicketKey& key, const std::string& domain) {
+  const std::string current = settings_.read(key);
   if (trimmed(current).empty() || trimmed(current) == trimmed(domain)) return;
-  settings_.WriteIni(section, "DOMAIN", trimmed(domain), settings_.TicketIniPath);
+  settings_.write(key, trimmed(domain));
 }
 
 }  // namespace karvel

@@ -24,7 +24,7 @@ class ServerList {
 
  private:
   void takeLine(const std::string& line);
-  void updateDomain(std::string_view section, const std::string& domain);
+  void updateDomain(const TicketKey& key, const std::string& domain);
 
   Files& files_;
   IniRedWrt& settings_;

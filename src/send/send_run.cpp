@@ -6,15 +6,29 @@ namespace {
 constexpr int kRetryTicks = 150;  // five minutes
 constexpr const char* kLineBreak = "\r\n";
 
+/// Delivery into the current folder of an open session.
+class SiteDelivery final : public Delivery {
+ public:
+  explicit SiteDelivery(FtpSession& session) : session_(session) {}
+
+  bool putFile(const std::string& folder, const std::string& name) override {
+    return session_.Ftp_PutFile(folder, name);
+  }
+  void removeFile(const std::string& name) override { session_.Ftp_DeleteListed(name); }
+
+ private:
+  FtpSession& session_;
+};
+
 }  // namespace
 
-SendRun::SendRun(FtpForm& form, StatisticsExport& statistics, FtpSite& site,
-                 SendSettings& sendSettings, IniRedWrt& settings, RunLog& log, Desktop& desktop)
+SendRun::SendRun(FtpForm& form, StatisticsExport& statistics, FolderDelivery& folder, FtpSite& site,
+                 SendSettings& sendSettings, RunLog& log, Desktop& desktop)
     : form_(form),
       statistics_(statistics),
+      folder_(folder),
       site_(site),
       sendSettings_(sendSettings),
-      settings_(settings),
       log_(log),
       desktop_(desktop) {
 }
@@ -22,40 +36,40 @@ SendRun::SendRun(FtpForm& form, StatisticsExport& statistics, FtpSite& site,
 void SendRun::Snd(SendMode mode) {
   log_.WriteLog("HS-FTP:------------------------ Snd Start");
   form_.MsgLabel.setCaption("");
-  if (form_.destinationIs(FtpForm::Destination::kOutputFolder)) {
+  if (form_.destination() == FtpForm::Destination::kOutputFolder) {
     sendToFolder(mode);
   } else {
-    site_.createSession();
     sendToSite(mode);
-    site_.releaseSession();
   }
   log_.WriteLog("HS-FTP:------------------------ Snd Exit");
 }
 
 void SendRun::sendToFolder(SendMode mode) {
-  if (statistics_.Make_Csv2Send()) {
-    succeeded(mode, "FTP CHKC");
+  if (statistics_.Make_Csv2Send(folder_)) {
+    succeeded(mode, own::kFolderReached);
   } else {
     transferFailed(mode, "");
   }
 }
 
 void SendRun::sendToSite(SendMode mode) {
-  if (!site_.Ftp_Open()) {
+  FtpSession session(site_);
+  if (!session.Ftp_Open()) {
     connectionFailed(mode);
     return;
   }
-  const bool sent = statistics_.Make_Csv2Send();
-  site_.CloseSession();
+  SiteDelivery delivery(session);
+  const bool sent = statistics_.Make_Csv2Send(delivery);
+  session.CloseSession();
   if (sent) {
-    succeeded(mode, "FTP CHKF");
+    succeeded(mode, own::kSiteReached);
   } else {
     transferFailed(mode, "設定より接続確認を行って下さい。　");
   }
 }
 
-void SendRun::succeeded(SendMode mode, const char* reachedFlag) {
-  settings_.writeOwn(reachedFlag, "1");
+void SendRun::succeeded(SendMode mode, const OwnKey& reachedFlag) {
+  sendSettings_.confirm(reachedFlag);
   if (mode != SendMode::kUnattended) {
     form_.MsgLabel.setCaption(mode == SendMode::kConnectionTest ? "接続完了" : "転送完了");
     // A save that finds the panel incomplete takes the flag back.

@@ -10,14 +10,17 @@ class SendSettings {
  public:
   SendSettings(FtpForm& form, IniRedWrt& settings) : form_(form), settings_(settings) {}
 
-  /// Writes destination, account and interval into the own settings file, withdraws the
-  /// destination-reached flags where the panel is incomplete, and presets the tick counter.
+  /// Writes destination, account and interval into the own settings file, withdraws the flags of
+  /// reached destinations where the panel is incomplete, and presets the tick counter.
   void Save_FtpInfo();
+
+  /// Notes that the destination of this flag has been reached.
+  void confirm(const OwnKey& reachedFlag) { settings_.write(reachedFlag, "1"); }
 
  private:
   void writeDestination();
   void withdrawFlags();
-  void writeInterval();
+  void presetTimer();
 
   FtpForm& form_;
   IniRedWrt& settings_;

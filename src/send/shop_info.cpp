@@ -17,61 +17,38 @@ bool isValidIdentifier(const std::string& identifier) {
 
 }  // namespace
 
-ShopInfo::ShopInfo(FtpForm& form, IniRedWrt& settings, RunLog& log, Files& files,
-                   FolderCopy& folder, FtpSite& site, const std::string& programFolder)
-    : form_(form),
-      settings_(settings),
-      log_(log),
-      files_(files),
-      folder_(folder),
-      site_(site),
-      programFolder_(programFolder + kSeparator) {
+ShopInfo::ShopInfo(IniRedWrt& settings, RunLog& log, Files& files, const std::string& programFolder)
+    : settings_(settings), log_(log), files_(files), programFolder_(programFolder + kSeparator) {
 }
 
-void ShopInfo::Ftp_ShopFold() {
+void ShopInfo::Ftp_ShopFold(Delivery& destination) {
   log_.WriteLog("HS-FTP:---------------------------------- Ftp_ShopFold Start");
-  const std::string identifier = settings_.readOwn("GRUP CODE") + settings_.readOwn("FTP CODE");
+  const std::string identifier = settings_.read(own::kGroupCode) + settings_.read(own::kShopCode);
   if (isValidIdentifier(identifier)) {
-    removePrevious(identifier);
-    deliver(identifier + kExtension);
+    removePrevious(identifier, destination);
+    deliver(identifier + kExtension, destination);
   }
   log_.WriteLog("HS-FTP:---------------------------------- Ftp_ShopFold Exit");
 }
 
-void ShopInfo::removePrevious(const std::string& identifier) {
-  const std::string previous = settings_.readOwn("GRUP BACK");
+void ShopInfo::removePrevious(const std::string& identifier, Delivery& destination) {
+  const std::string previous = settings_.read(own::kPreviousShop);
   if (previous == identifier) return;
-  if (!previous.empty()) {
-    const std::string name = previous + kExtension;
-    if (form_.destinationIs(FtpForm::Destination::kOutputFolder)) {
-      folder_.Copy_OutFold(programFolder_, name, true);
-    } else {
-      site_.Ftp_DeleteListed(name);
-    }
-  }
-  settings_.writeOwn("GRUP BACK", identifier);
+  if (!previous.empty()) destination.removeFile(previous + kExtension);
+  settings_.write(own::kPreviousShop, identifier);
 }
 
-void ShopInfo::deliver(const std::string& name) {
+void ShopInfo::deliver(const std::string& name, Delivery& destination) {
   const std::string path = programFolder_ + name;
-  if (files_.write(path, toCodePage932(line()))) {
-    if (form_.destinationIs(FtpForm::Destination::kOutputFolder)) {
-      folder_.Copy_OutFold(programFolder_, name, false);
-    } else {
-      site_.Ftp_PutFile(programFolder_, name);
-    }
-  }
+  if (files_.write(path, toCodePage932(line()))) destination.putFile(programFolder_, name);
   files_.remove(path);
 }
 
 std::string ShopInfo::line() {
   const std::string values[] = {
-      settings_.readOwn("GRUP CODE"),
-      settings_.readOwn("FTP CODE"),
-      settings_.readOwn("GRUP NAME"),
-      settings_.readTicket(section::kShop, "USER NAME"),
-      settings_.readTicket(section::kFtp, "FTP GRUP"),
-      settings_.readTicket(section::kFtp, "FTP USER"),
+      settings_.read(own::kGroupCode),   settings_.read(own::kShopCode),
+      settings_.read(own::kGroupName),   settings_.read(ticket::kShopName),
+      settings_.read(ticket::kWebGroup), settings_.read(ticket::kAccount),
   };
   std::string line;
   for (const std::string& value : values) line.append(value).append("\t");

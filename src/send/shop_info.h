@@ -2,11 +2,10 @@
 
 #include <string>
 
-#include "ftp/ftp_site.h"
-#include "send/folder_copy.h"
+#include "platform/files.h"
+#include "send/delivery.h"
 #include "store/run_log.h"
 #include "store/settings_store.h"
-#include "ui/ftp_form.h"
 
 namespace karvel {
 
@@ -14,25 +13,21 @@ namespace karvel {
 /// TAB-separated fields that tells head office whose statistics follow.
 class ShopInfo {
  public:
-  ShopInfo(FtpForm& form, IniRedWrt& settings, RunLog& log, Files& files, FolderCopy& folder,
-           FtpSite& site, const std::string& programFolder);
+  ShopInfo(IniRedWrt& settings, RunLog& log, Files& files, const std::string& programFolder);
 
   /// Removes the file of a previous identifier from the destination, then makes, delivers and
   /// deletes the current one. Without a valid identifier (seven characters, a positive number)
-  /// nothing is done. Failures go unnoticed.
-  void Ftp_ShopFold();
+  /// nothing is done. Failures are ignored.
+  void Ftp_ShopFold(Delivery& destination);
 
  private:
-  void removePrevious(const std::string& identifier);
-  void deliver(const std::string& name);
+  void removePrevious(const std::string& identifier, Delivery& destination);
+  void deliver(const std::string& name, Delivery& destination);
   [[nodiscard]] std::string line();
 
-  FtpForm& form_;
   IniRedWrt& settings_;
   RunLog& log_;
   Files& files_;
-  FolderCopy& folder_;
-  FtpSite& site_;
   std::string programFolder_;  ///< ends in the separator
 };
 

@@ -8,39 +8,37 @@ namespace {
 
 constexpr int kFirstYear = 2009;
 constexpr int kMonths = 12;
-constexpr int kDaysOfEveryMonth = 31;  // a day that no month has has no files either
+constexpr int kDaysOfEveryMonth = 31;  // other days have no files
 
 }  // namespace
 
 StatisticsExport::StatisticsExport(FtpForm& form, ShopInfo& shopInfo, StatisticsTable& table,
-                                   FolderCopy& folder, FtpSite& site, Files& files, Clock& clock,
-                                   RunLog& log, const std::string& programFolder)
+                                   Files& files, Clock& clock, RunLog& log,
+                                   const std::string& programFolder)
     : form_(form),
       shopInfo_(shopInfo),
       table_(table),
-      folder_(folder),
-      site_(site),
       files_(files),
       clock_(clock),
       log_(log),
       programFolder_(programFolder + kSeparator) {
 }
 
-bool StatisticsExport::Make_Csv2Send() {
+bool StatisticsExport::Make_Csv2Send(Delivery& destination) {
   log_.WriteLog("HS-FTP:----------------------------- Make_Csv2Send Start");
-  shopInfo_.Ftp_ShopFold();
+  shopInfo_.Ftp_ShopFold(destination);
   const bool bulk = form_.ShiftState == FtpForm::kShiftAlone;
-  const bool sent = bulk ? sendEveryDay() : sendCurrentDay();
+  const bool sent = bulk ? sendEveryDay(destination) : sendCurrentDay(destination);
   log_.WriteLog("HS-FTP:----------------------------- Make_Csv2Send Exit");
   return sent;
 }
 
-bool StatisticsExport::sendCurrentDay() {
+bool StatisticsExport::sendCurrentDay(Delivery& destination) {
   const std::string name = madeTable("");
-  return !name.empty() && deliverAndDelete(name);
+  return !name.empty() && deliverAndDelete(name, destination);
 }
 
-bool StatisticsExport::sendEveryDay() {
+bool StatisticsExport::sendEveryDay(Delivery& destination) {
   bool lastSent = false;
   const int lastYear = clock_.now().year;
   for (int year = kFirstYear; year <= lastYear; ++year) {
@@ -49,7 +47,7 @@ bool StatisticsExport::sendEveryDay() {
         const std::string name = madeTable(formatDayKey(year, month, day));
         if (name.empty()) continue;
         form_.MsgLabel.setCaption(name + " 転送");
-        lastSent = deliverAndDelete(name);
+        lastSent = deliverAndDelete(name, destination);
       }
     }
   }
@@ -61,10 +59,8 @@ std::string StatisticsExport::madeTable(const std::string& dateKey) {
   return !name.empty() && files_.exists(programFolder_ + name) ? name : std::string();
 }
 
-bool StatisticsExport::deliverAndDelete(const std::string& name) {
-  const bool delivered = form_.destinationIs(FtpForm::Destination::kOutputFolder)
-                             ? folder_.Copy_OutFold(programFolder_, name, false)
-                             : site_.Ftp_PutFile(programFolder_, name);
+bool StatisticsExport::deliverAndDelete(const std::string& name, Delivery& destination) {
+  const bool delivered = destination.putFile(programFolder_, name);
   files_.remove(programFolder_ + name);
   return delivered;
 }

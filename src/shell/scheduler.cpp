@@ -1,18 +1,10 @@
 #include "shell/scheduler.h"
 
-#include <array>
-
+#include "send/send_interval.h"
 #include "text/numeric_value.h"
 
 namespace karvel {
 namespace {
-
-constexpr std::array kIntervals{
-    SendInterval{1, 150, 60},
-    SendInterval{2, 450, 360},
-    SendInterval{3, 900, 810},
-    SendInterval{4, 1800, 1710},
-};
 
 /// At or above every threshold, so that an exit request sends once more.
 constexpr std::int16_t kElapsed = 1800;
@@ -20,26 +12,18 @@ constexpr double kWithGroupDialog = 2;
 
 }  // namespace
 
-std::optional<SendInterval> SendInterval::of(const std::string& ftpTime) {
-  const double value = numericValue(ftpTime);
-  for (const SendInterval& interval : kIntervals) {
-    if (value == interval.option) return interval;
-  }
-  return std::nullopt;
-}
-
 void Scheduler::Timer1_Timer() {
   form_.Timer1->setEnabled(false);
-  if (request("FTP EXIT") != 0) form_.TimerCount = kElapsed;
+  if (request(own::kExitRequest) != 0) form_.TimerCount = kElapsed;
   countTick();
   if (form_.closed()) return;  // the session has ended in front of a message of the run
 
   // A request that has come during a long send run counts too.
-  if (request("FTP EXIT") != 0) {
+  if (request(own::kExitRequest) != 0) {
     window_.unloadMainForm();
     return;
   }
-  const double settingsRequest = request("FTP INIT");
+  const double settingsRequest = request(own::kPanelRequest);
   if (settingsRequest != 0) {
     showSettings(settingsRequest);
   } else {
@@ -49,24 +33,24 @@ void Scheduler::Timer1_Timer() {
 
 void Scheduler::countTick() {
   ++form_.TimerCount;
-  const auto interval = SendInterval::of(settings_.readOwn("FTP TIME"));
-  if (!interval) {
+  const SendInterval& interval = SendInterval::of(settings_.read(own::kInterval));
+  if (!interval.unattended()) {
     form_.TimerCount = 0;
-  } else if (interval->threshold <= form_.TimerCount) {
+  } else if (interval.threshold <= form_.TimerCount) {
     sendRun_.Snd(SendMode::kUnattended);
   }
 }
 
 void Scheduler::showSettings(double request) {
-  settings_.writeOwn("FTP INIT", "0");
+  settings_.write(own::kPanelRequest, "0");
   if (form_.windowState() == WindowState::kMinimized) window_.Task_Remove();
   if (request != kWithGroupDialog) return;
   commands_.Command1_Click(FtpForm::Command::kGroup);
   commands_.Command1_Click(FtpForm::Command::kCancel);
 }
 
-double Scheduler::request(const char* key) {
-  return numericValue(settings_.readOwn(key));
+double Scheduler::request(const OwnKey& key) {
+  return numericValue(settings_.read(key));
 }
 
 }  // namespace karvel

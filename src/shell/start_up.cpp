@@ -1,10 +1,9 @@
 #include "shell/start_up.h"
 
-#include <array>
+#include <utility>
 
-#include "shell/scheduler.h"
+#include "send/send_interval.h"
 #include "text/numeric_value.h"
-#include "text/path.h"
 #include "text/strings.h"
 
 namespace karvel {
@@ -12,14 +11,8 @@ namespace {
 
 using Field = FtpForm::Field;
 using Destination = FtpForm::Destination;
-using Interval = FtpForm::Interval;
 
 constexpr int kTabStop = 100;  // dialog units
-
-struct OwnField {
-  Field::Index field;
-  const char* key;
-};
 
 std::string withoutBlanks(const std::string& text) {
   return std::string(trimmed(text));
@@ -28,12 +21,19 @@ std::string withoutBlanks(const std::string& text) {
 }  // namespace
 
 StartUp::StartUp(FtpForm& form, IniRedWrt& settings, PanelCommands& commands,
-                 WindowLifecycle& window, Platform& platform)
-    : form_(form), settings_(settings), commands_(commands), window_(window), platform_(platform) {
+                 WindowLifecycle& window, Desktop& desktop, Instance& instance,
+                 std::string programFolder)
+    : form_(form),
+      settings_(settings),
+      commands_(commands),
+      window_(window),
+      desktop_(desktop),
+      instance_(instance),
+      programFolder_(std::move(programFolder)) {
 }
 
-StartOutcome StartUp::Form_Load() {
-  if (!platform_.instance->acquire(platform_.programFolder)) return endAtOnce();
+StartOutcome StartUp::Form_Load(const std::string& commandLine) {
+  if (!instance_.acquire(programFolder_)) return endAtOnce();
 
   form_.SndNG = false;
   form_.MsgLabel.setCaption("");
@@ -46,44 +46,27 @@ StartOutcome StartUp::Form_Load() {
   fillFields();
   selectInterval();
   form_.showShopCaption();
-  return actOnCommandLine();
+  return actOn(commandLine);
 }
 
 void StartUp::prepareOwnSettings() {
-  settings_.OwnIniPath = joinPath(platform_.programFolder, "karvel.hnb");
-  if (!platform_.files->exists(settings_.OwnIniPath)) createOwnSettings();
-  platform_.files->removeMatching(platform_.programFolder, "*.txt");
-  settings_.writeOwn("FTP EXIT", "0");
-  settings_.writeOwn("FTP INIT", "0");
-}
-
-void StartUp::createOwnSettings() {
-  const struct {
-    const char* key;
-    std::string value;
-  } defaults[] = {
-      {"FTP SEVE", ""},  {"FTP FOLD", ""},      {"FTP NAME", ""},
-      {"FTP PASS", ""},  {"FTP PORT", "21"},    {"FTP PSIV", "1"},
-      {"FTP CODE", ""},  {"FTP TIME", "0"},     {"HST FOLD", platform_.programFolder},
-      {"OUT FOLD", ""},  {"FTP TYPE", "3"},     {"FTP CHKC", "0"},
-      {"FTP CHKF", "0"}, {"GRUP CODE", "9999"}, {"GRUP NAME", "るりはなリンク"},
-  };
-  for (const auto& [key, value] : defaults) settings_.writeOwn(key, value);
+  if (!settings_.locateOwnIni(programFolder_)) settings_.createOwnIni(programFolder_);
+  window_.deleteWorkFiles();
+  settings_.write(own::kExitRequest, "0");
+  settings_.write(own::kPanelRequest, "0");
 }
 
 bool StartUp::locateTicketApplication() {
-  settings_.locateTicketIni(platform_.programFolder);
-  if (platform_.files->exists(settings_.TicketIniPath)) return true;
-  platform_.desktop->messageBox(form_, form_.caption(),
-                                "発券システムの情報が見つかりません。　　\r\n");
+  if (settings_.locateTicketIni(programFolder_)) return true;
+  desktop_.messageBox(form_, form_.caption(), "発券システムの情報が見つかりません。　　\r\n");
   return false;
 }
 
 void StartUp::selectDestination() {
   Control& serviceSite = form_.Option2[Destination::kServiceSite];
-  if (!settings_.readTicket(section::kFtp, "DOMAIN").empty()) serviceSite.setEnabled(true);
+  if (!settings_.read(ticket::kDomain).empty()) serviceSite.setEnabled(true);
 
-  const double type = numericValue(settings_.readOwn("FTP TYPE"));
+  const double type = numericValue(settings_.read(own::kDestination));
   int selected = Destination::kNone;
   for (const int destination :
        {Destination::kOutputFolder, Destination::kUserSite, Destination::kServiceSite}) {
@@ -95,33 +78,26 @@ void StartUp::selectDestination() {
 }
 
 void StartUp::fillFields() {
-  constexpr std::array kOwnFields{
-      OwnField{Field::kOutputFolder, "OUT FOLD"}, OwnField{Field::kServer, "FTP SEVE"},
-      OwnField{Field::kSiteFolder, "FTP FOLD"},   OwnField{Field::kAccount, "FTP NAME"},
-      OwnField{Field::kPassword, "FTP PASS"},     OwnField{Field::kPort, "FTP PORT"},
-      OwnField{Field::kShopCode, "FTP CODE"},     OwnField{Field::kGroupCode, "GRUP CODE"},
-      OwnField{Field::kGroupName, "GRUP NAME"},
-  };
-  for (const auto& [field, key] : kOwnFields) {
-    form_.Text1[field].setText(withoutBlanks(settings_.readOwn(key)));
+  for (const OwnKey& key : own::kInitialKeys) {
+    if (key.field == OwnKey::kNoField) continue;
+    form_.Text1[key.field].setText(withoutBlanks(settings_.read(key)));
   }
-  form_.Text1[Field::kShopName].setText(
-      withoutBlanks(settings_.readTicket(section::kShop, "USER NAME")));
-  form_.chkPassive.setValue(numericValue(settings_.readOwn("FTP PSIV")) != 0 ? 1 : 0);
+  form_.Text1[Field::kShopName].setText(withoutBlanks(settings_.read(ticket::kShopName)));
+  form_.chkPassive.setValue(numericValue(settings_.read(own::kPassive)) != 0 ? 1 : 0);
 }
 
 void StartUp::selectInterval() {
-  const auto interval = SendInterval::of(settings_.readOwn("FTP TIME"));
-  form_.Option1[interval ? interval->option : Interval::kManual].select();
-  form_.TimerCount = interval ? interval->startTimerCount : std::int16_t{0};
+  const SendInterval& interval = SendInterval::of(settings_.read(own::kInterval));
+  form_.Option1[interval.option].select();
+  form_.TimerCount = interval.countAfterStart;
 }
 
-StartOutcome StartUp::actOnCommandLine() {
-  if (platform_.commandLine == kShowGroupDialog) {
+StartOutcome StartUp::actOn(const std::string& commandLine) {
+  if (commandLine == kShowGroupDialog) {
     commands_.Command1_Click(FtpForm::Command::kGroup);
     return endAtOnce();
   }
-  if (platform_.commandLine == kShowPanel) {
+  if (commandLine == kShowPanel) {
     form_.setVisible(true);
     return StartOutcome::kPanel;
   }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
-#include "platform/platform.h"
+#include "platform/desktop.h"
+#include "platform/instance.h"
 #include "send/panel_commands.h"
 #include "shell/window_lifecycle.h"
 #include "store/settings_store.h"
@@ -24,27 +26,28 @@ class StartUp {
   static constexpr const char* kShowGroupDialog = "-GRUP";
 
   StartUp(FtpForm& form, IniRedWrt& settings, PanelCommands& commands, WindowLifecycle& window,
-          Platform& platform);
+          Desktop& desktop, Instance& instance, std::string programFolder);
 
   /// Refuses a second instance, completes and resets the settings, fills the panel, and acts on the
   /// command line.
-  [[nodiscard]] StartOutcome Form_Load();
+  [[nodiscard]] StartOutcome Form_Load(const std::string& commandLine);
 
  private:
   void prepareOwnSettings();
-  void createOwnSettings();
   [[nodiscard]] bool locateTicketApplication();
   void selectDestination();
   void fillFields();
   void selectInterval();
-  [[nodiscard]] StartOutcome actOnCommandLine();
+  [[nodiscard]] StartOutcome actOn(const std::string& commandLine);
   StartOutcome endAtOnce();
 
   FtpForm& form_;
   IniRedWrt& settings_;
   PanelCommands& commands_;
   WindowLifecycle& window_;
-  Platform& platform_;
+  Desktop& desktop_;
+  Instance& instance_;
+  std::string programFolder_;
 };
 
 }  // namespace karvel

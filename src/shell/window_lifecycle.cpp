@@ -18,12 +18,6 @@ WindowLifecycle::WindowLifecycle(FtpForm& form, Desktop& desktop, Files& files, 
       files_(files),
       clock_(clock),
       programFolder_(std::move(programFolder)) {
-  form_.onResize = [this] { Form_Resize(); };
-  form_.onClose = [this] { unloadMainForm(); };
-  form_.onKey = [this](int shift) { Form_KeyDown(shift); };
-  form_.MyMenu_Init.onClick = [this] { MyMenu_Init_Click(); };
-  form_.MyMenu_Exit.onClick = [this] { unloadMainForm(); };
-  desktop_.setEndSessionHandler([this] { unloadMainForm(); });
 }
 
 void WindowLifecycle::Task_Add() {
@@ -51,8 +45,8 @@ void WindowLifecycle::Task_PopMenu() {
 }
 
 void WindowLifecycle::unloadMainForm() {
-  // Both halves process messages, among which may be another wish to close, or a click on the
-  // panel that shows for a moment.
+  // Both halves process messages: another request to close, or a click on the panel while it shows
+  // for a moment, must not get through.
   if (std::exchange(closing_, true)) return;
   form_.disableAll();
   Form_QueryUnload();
@@ -77,8 +71,12 @@ void WindowLifecycle::Form_Terminate() {
     clock_.sleep(kEndPause);
     desktop_.processPendingMessages();
   }
-  files_.removeMatching(programFolder_, "*.txt");
+  deleteWorkFiles();
   desktop_.quit();
+}
+
+void WindowLifecycle::deleteWorkFiles() {
+  files_.removeMatching(programFolder_, "*.txt");
 }
 
 void WindowLifecycle::Form_KeyDown(int shift) {

@@ -30,14 +30,18 @@ class WindowLifecycle {
 
   /// Closes the main form and ends the program: timer off, icon removed, work files deleted.
   void unloadMainForm();
-  /// The part of it that a start that comes to nothing needs: timer off, icon removed.
+  /// What also a start that is given up needs of that: timer off, icon removed.
   void Form_QueryUnload();
+  /// Deletes "*.txt" in the program's folder; files that cannot be deleted stay.
+  void deleteWorkFiles();
 
- private:
+  // Events of the main form and its menu.
   void Form_Resize();
-  void Form_Terminate();
   void Form_KeyDown(int shift);
   void MyMenu_Init_Click();
+
+ private:
+  void Form_Terminate();
 
   FtpForm& form_;
   Desktop& desktop_;

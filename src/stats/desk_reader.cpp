@@ -25,7 +25,7 @@ DeskFigures DeskReader::Read_DeskFile(const std::string& dayKey, int desk) {
 }
 
 std::string DeskReader::businessDayKey() {
-  return settings_.readTicket(section::kUser, "TODAY");
+  return settings_.read(ticket::kBusinessDay);
 }
 
 bool DeskReader::hasDay(const std::string& dayKey) {

@@ -16,6 +16,8 @@ constexpr std::string_view kHeader =
     "予約数\t\uFF5E09時\t09時\uFF5E\t11時\uFF5E\t13時\uFF5E\t15時\uFF5E\t17時\uFF5E\t19時\uFF5E\t"
     "21時\uFF5E\t平均(分)\t最長(分)\t処理(分)\r\n";
 
+constexpr int kMostDesks = ticket::kDeskNames.size();
+
 void addNumber(std::string& row, int number) {
   row.append("\t").append(std::to_string(number));
 }
@@ -53,23 +55,22 @@ StatisticsTable::Day StatisticsTable::dayOf(const std::string& dateKey) {
 }
 
 int StatisticsTable::deskCount() {
-  const double stored = numericValue(settings_.readTicket(section::kDesks, "SHINSATSU"));
-  const double beyondFirst = stored < 0 || stored > 5 ? 0 : stored;
-  return static_cast<int>(std::nearbyint(beyondFirst + 1));
+  const double stored = numericValue(settings_.read(ticket::kLastDesk));
+  const double last = stored < 0 || stored > kMostDesks - 1 ? 0 : stored;
+  return static_cast<int>(std::nearbyint(last + 1));
 }
 
 std::string StatisticsTable::row(const Day& day, int desk) {
   using Field = FtpForm::Field;
   const DeskFigures figures = desks_.Read_DeskFile(day.key, desk);
-  const std::string number = std::to_string(desk);
 
   std::string row = day.date + "\t" + day.time;
   for (const auto field :
        {Field::kGroupCode, Field::kGroupName, Field::kShopCode, Field::kShopName}) {
     row.append("\t").append(form_.text(field));
   }
-  row.append("\t").append(number);
-  row.append("\t").append(settings_.readTicket(section::kDesks, "TASHIN" + number));
+  addNumber(row, desk);
+  row.append("\t").append(settings_.read(ticket::kDeskNames.at(std::size_t(desk) - 1)));
   for (const int count : {figures.handled, figures.unhandled, figures.mail, figures.reservations}) {
     addNumber(row, count);
   }

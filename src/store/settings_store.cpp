@@ -12,11 +12,15 @@ namespace {
 constexpr std::size_t kBufferSize = 256;
 constexpr std::chrono::milliseconds kRetryPause{100};
 
-/// A reader takes one pair of enclosing quotes off a value; a value that has its own gets a pair
-/// for that.
-std::string storedForm(std::string_view value) {
+std::string oneLine(std::string_view value) {
   std::string line(value);
   std::erase_if(line, [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
+  return line;
+}
+
+/// A reader takes one pair of enclosing quotes off a value, so a value with quotes of its own is
+/// stored in a second pair.
+std::string storedForm(const std::string& line) {
   const bool quoted = line.size() >= 2 && line.front() == line.back() &&
                       (line.front() == '"' || line.front() == '\'');
   return quoted ? '"' + line + '"' : line;
@@ -41,34 +45,63 @@ bool IniRedWrt::WriteIni(std::string_view section, std::string_view key, std::st
                          const std::string& file) {
   const std::string sectionBytes = toCodePage932(section);
   const std::string keyBytes = toCodePage932(key);
-  const std::string valueBytes = toCodePage932(storedForm(value));
-  if (profile_.write(sectionBytes, keyBytes, valueBytes, file)) return true;
+  const std::string line = toCodePage932(oneLine(value));
+  if (holds(sectionBytes, keyBytes, line, file)) return true;
+
+  const std::string stored = storedForm(line);
+  if (profile_.write(sectionBytes, keyBytes, stored, file)) return true;
   SetFileAttr(file, Files::kNormal);
   clock_.sleep(kRetryPause);
-  return profile_.write(sectionBytes, keyBytes, valueBytes, file);
+  return profile_.write(sectionBytes, keyBytes, stored, file);
 }
 
-void IniRedWrt::locateTicketIni(const std::string& programFolder) {
-  std::string folder = readOwn("HST FOLD");
+/// A missing value and an empty one look the same, so an empty one is always written. So is one in
+/// a read-only file, which the write makes a normal one.
+bool IniRedWrt::holds(const std::string& section, const std::string& key, const std::string& value,
+                      const std::string& file) {
+  if (value.empty() || profile_.read(section, key, file, kBufferSize) != value) return false;
+  const auto attributes = files_.attributes(file);
+  return attributes && (*attributes & Files::kReadOnly) == 0;
+}
+
+std::string IniRedWrt::read(const OwnKey& key) {
+  return ReadIni(section::kFtp, key.name, OwnIniPath);
+}
+
+std::string IniRedWrt::read(const TicketKey& key) {
+  return ReadIni(key.section, key.name, TicketIniPath);
+}
+
+bool IniRedWrt::write(const OwnKey& key, std::string_view value) {
+  return WriteIni(section::kFtp, key.name, value, OwnIniPath);
+}
+
+bool IniRedWrt::write(const TicketKey& key, std::string_view value) {
+  return WriteIni(key.section, key.name, value, TicketIniPath);
+}
+
+bool IniRedWrt::locateOwnIni(const std::string& programFolder) {
+  OwnIniPath = joinPath(programFolder, "karvel.hnb");
+  return files_.exists(OwnIniPath);
+}
+
+void IniRedWrt::createOwnIni(const std::string& programFolder) {
+  for (const OwnKey& key : own::kInitialKeys) {
+    const bool isTicketFolder = key.name == own::kTicketFolder.name;
+    write(key, isTicketFolder ? std::string_view(programFolder) : key.initial);
+  }
+}
+
+bool IniRedWrt::locateTicketIni(const std::string& programFolder) {
+  std::string folder = read(own::kTicketFolder);
   if (folder.empty()) {
     folder = programFolder;
-    writeOwn("HST FOLD", folder);
+    write(own::kTicketFolder, folder);
   }
   // The code page lacks characters that a path may have; the program's own folder is known anyway.
   if (toCodePage932(folder) == toCodePage932(programFolder)) folder = programFolder;
   TicketIniPath = joinPath(folder, "karvel.ini");
-}
-
-std::string IniRedWrt::readOwn(std::string_view key) {
-  return ReadIni(section::kFtp, key, OwnIniPath);
-}
-
-bool IniRedWrt::writeOwn(std::string_view key, std::string_view value) {
-  return WriteIni(section::kFtp, key, value, OwnIniPath);
-}
-
-std::string IniRedWrt::readTicket(std::string_view section, std::string_view key) {
-  return ReadIni(section, key, TicketIniPath);
+  return files_.exists(TicketIniPath);
 }
 
 void IniRedWrt::SetFileAttr(const std::string& path, std::uint16_t attributes) {

@@ -7,17 +7,9 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/profile.h"
+#include "store/setting_keys.h"
 
 namespace karvel {
-
-/// Names of sections as the settings files spell them.
-namespace section {
-inline constexpr std::string_view kFtp = "FTP INFOMATION";
-inline constexpr std::string_view kUser = "USER INFOMATION";
-inline constexpr std::string_view kShop = "KARVEL1 INFOMATION";
-inline constexpr std::string_view kDesks = "TASHIN INFOMATION";
-inline constexpr std::string_view kMail = "MAIL INFOMATION";
-}  // namespace section
 
 /// The settings store: the only access to the two profile files, the program's own and the ticket
 /// application's. Names and values are UTF-8. Nothing here fails or shows a message.
@@ -34,23 +26,29 @@ class IniRedWrt {
   [[nodiscard]] std::string ReadIni(std::string_view section, std::string_view key,
                                     const std::string& file);
 
-  /// Stores a value as one line; characters that would break the line are left out. A refused
-  /// write is tried once more, 100 ms after the file has been made a normal one. False when that
-  /// fails too.
+  /// Stores a value as one line; characters that would break the line are left out. The file is
+  /// not touched when it holds the value already. A refused write is tried once more, 100 ms after
+  /// the file has been made a normal one. False when that fails too.
   bool WriteIni(std::string_view section, std::string_view key, std::string_view value,
                 const std::string& file);
 
-  /// Settles TicketIniPath from the own key "HST FOLD"; an empty one becomes the program's folder
-  /// and is stored so.
-  void locateTicketIni(const std::string& programFolder);
+  // ReadIni and WriteIni on the file that the key belongs to.
+  [[nodiscard]] std::string read(const OwnKey& key);
+  [[nodiscard]] std::string read(const TicketKey& key);
+  bool write(const OwnKey& key, std::string_view value);
+  bool write(const TicketKey& key, std::string_view value);
 
-  /// ReadIni and WriteIni on the section kFtp of the own file.
-  [[nodiscard]] std::string readOwn(std::string_view key);
-  bool writeOwn(std::string_view key, std::string_view value);
-  /// ReadIni on the ticket application's file.
-  [[nodiscard]] std::string readTicket(std::string_view section, std::string_view key);
+  /// Settles OwnIniPath; false when there is no such file.
+  bool locateOwnIni(const std::string& programFolder);
+  /// Makes the own file with its initial values.
+  void createOwnIni(const std::string& programFolder);
+  /// Settles TicketIniPath from the own settings, where an empty folder becomes the program's and
+  /// is stored so; false when there is no such file.
+  bool locateTicketIni(const std::string& programFolder);
 
  private:
+  [[nodiscard]] bool holds(const std::string& section, const std::string& key,
+                           const std::string& value, const std::string& file);
   void SetFileAttr(const std::string& path, std::uint16_t attributes);
 
   Profile& profile_;

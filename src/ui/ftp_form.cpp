@@ -8,6 +8,11 @@
 #include "ui/user_form.h"
 
 namespace karvel {
+namespace {
+
+constexpr std::size_t kErrorTextWidth = 128;
+
+}  // namespace
 
 FtpForm::FtpForm(IniRedWrt& settings, Desktop& desktop)
     : Form(kFtpFormTable),
@@ -45,6 +50,10 @@ void FtpForm::lowerTimerCount(int ticks) {
   TimerCount = static_cast<std::int16_t>(std::max(TimerCount - ticks, kLowest));
 }
 
+void FtpForm::clsFtp_FTPFrr(std::int32_t ErrNumber, const std::string& ErrString) {
+  LastFtpError = fixedWidth(std::to_string(ErrNumber) + "/" + ErrString, kErrorTextWidth);
+}
+
 void FtpForm::Option2_Click(int index) {
   const bool folder = index == Destination::kOutputFolder;
   OutputFolderLabel.setEnabled(folder);
@@ -71,37 +80,63 @@ void FtpForm::Command3_Click() {
 }
 
 void FtpForm::Command4_Click() {
-  UserForm dialog(*this);
+  UserForm dialog(Text1, chkPassive);
   desktop_.showModal(dialog, *this);
   Text1_Change(Field::kServer);
+}
+
+FtpForm::Destination::Index FtpForm::destination() const {
+  for (const auto each :
+       {Destination::kOutputFolder, Destination::kUserSite, Destination::kServiceSite}) {
+    if (Option2[each].selected()) return each;
+  }
+  return Destination::kNone;
+}
+
+int FtpForm::interval() const {
+  for (const Control* option : Option1.all()) {
+    if (option->selected()) return option->row().index;
+  }
+  return Interval::kManual;
 }
 
 bool FtpForm::shopCodeValid() const {
   return numericValue(text(Field::kShopCode)) > 0;
 }
 
+bool FtpForm::destinationComplete() const {
+  switch (destination()) {
+    case Destination::kOutputFolder:
+      return !text(Field::kOutputFolder).empty();
+    case Destination::kUserSite:
+      return !text(Field::kServer).empty() && !text(Field::kAccount).empty() &&
+             !text(Field::kPassword).empty();
+    default:
+      return true;
+  }
+}
+
 bool FtpForm::destinationConfirmed() {
-  if (destinationIs(Destination::kOutputFolder)) {
-    return numericValue(settings_.readOwn("FTP CHKC")) == 1;
+  switch (destination()) {
+    case Destination::kOutputFolder:
+      return numericValue(settings_.read(own::kFolderReached)) == 1;
+    case Destination::kUserSite:
+      return numericValue(settings_.read(own::kSiteReached)) == 1;
+    case Destination::kServiceSite:
+      return serviceSiteAvailable();
+    default:
+      return false;
   }
-  if (destinationIs(Destination::kUserSite)) {
-    return numericValue(settings_.readOwn("FTP CHKF")) == 1;
-  }
-  return destinationIs(Destination::kServiceSite) && serviceSiteAvailable();
 }
 
 bool FtpForm::connectionTestAllowed() {
-  if (!shopCodeValid() || destinationIs(Destination::kNone)) return false;
-  if (destinationIs(Destination::kOutputFolder)) return !text(Field::kOutputFolder).empty();
-  if (destinationIs(Destination::kUserSite)) {
-    return !text(Field::kServer).empty() && !text(Field::kAccount).empty() &&
-           !text(Field::kPassword).empty();
-  }
-  return !destinationIs(Destination::kServiceSite) || serviceSiteAvailable();
+  const auto chosen = destination();
+  return shopCodeValid() && chosen != Destination::kNone && destinationComplete() &&
+         (chosen != Destination::kServiceSite || serviceSiteAvailable());
 }
 
 bool FtpForm::serviceSiteAvailable() {
-  return !settings_.readTicket(section::kFtp, "DOMAIN").empty();
+  return !settings_.read(ticket::kDomain).empty();
 }
 
 void FtpForm::showShopCaption() {

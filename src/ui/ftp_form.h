@@ -19,20 +19,7 @@ extern const FormTable kFtpFormTable;
 class FtpForm final : public Form {
  public:
   // Indexes of the control arrays.
-  struct Field {
-    enum Index : int {
-      kServer,
-      kSiteFolder,
-      kAccount,
-      kPassword,
-      kPort,
-      kShopCode,
-      kShopName,
-      kOutputFolder,
-      kGroupCode,
-      kGroupName,
-    };
-  };
+  using Field = PanelField;
   struct Destination {
     enum Index : int { kOutputFolder, kUserSite, kServiceSite, kNone };
   };
@@ -60,7 +47,7 @@ class FtpForm final : public Form {
   Control& MsgLabel;           ///< the status line
   Control& lstFiles;           ///< the remote listing
 
-  // The popup menu of the notification-area icon; handlers are set by those who own the commands.
+  // The popup menu of the notification-area icon.
   MenuItem MyMenu_Send{"手動転送"};
   MenuItem MyMenu_Init{"接続設定"};
   MenuItem MyMenu_Dummy1{"-"};
@@ -79,6 +66,9 @@ class FtpForm final : public Form {
   /// Lowers TimerCount, at most to the lowest value of its type.
   void lowerTimerCount(int ticks);
 
+  /// Keeps a failure of the FTP session in LastFtpError.
+  void clsFtp_FTPFrr(std::int32_t ErrNumber, const std::string& ErrString);
+
   void Option2_Click(int index);
   /// Decides from controls and settings which send commands are available.
   void Text1_Change(int index);
@@ -87,11 +77,13 @@ class FtpForm final : public Form {
   void Command4_Click();
 
   [[nodiscard]] const std::string& text(Field::Index field) const { return Text1[field].text(); }
-  [[nodiscard]] bool destinationIs(Destination::Index destination) const {
-    return Option2[destination].selected();
-  }
+  [[nodiscard]] Destination::Index destination() const;
+  /// The selected option of Option1.
+  [[nodiscard]] int interval() const;
   /// The shop code field holds a positive number.
   [[nodiscard]] bool shopCodeValid() const;
+  /// What the chosen destination needs is entered: the output folder; host, account and password.
+  [[nodiscard]] bool destinationComplete() const;
   /// The chosen destination has been reached before, or needs no proof (the service site).
   [[nodiscard]] bool destinationConfirmed();
   /// Both of the above: the program may stay resident.

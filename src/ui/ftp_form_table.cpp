@@ -96,6 +96,8 @@ constexpr std::array kControls{
     hidden(textBox(4, "接続ﾎﾟｰﾄ番号", kNowhere, kNoTab, Row::kPlain, 5)),
     hidden(rows::checkBox("chkPassive", "Passive ﾓｰﾄﾞ有効", kNowhere, kNoTab)),
 
+    // Work controls of the form. The program writes the remote listing into lstFiles; it uses none
+    // of the others and reads none.
     hidden({.kind = Kind::kTextBox, .name = "CovText"}),
     list("List1"),
     list("List2"),

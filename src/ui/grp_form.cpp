@@ -1,7 +1,6 @@
 #include "ui/grp_form.h"
 
 #include "text/numeric_value.h"
-#include "text/path.h"
 #include "text/strings.h"
 
 namespace karvel {
@@ -31,7 +30,7 @@ GrpForm::GrpForm(FtpForm& panel, IniRedWrt& settings, const std::string& program
 }
 
 void GrpForm::Form_Load(const std::string& programFolder) {
-  settings_.OwnIniPath = joinPath(programFolder, "karvel.hnb");
+  settings_.locateOwnIni(programFolder);
   settings_.locateTicketIni(programFolder);
   loadWebGroup();
   setTopmost(true);
@@ -39,8 +38,8 @@ void GrpForm::Form_Load(const std::string& programFolder) {
 
 void GrpForm::loadWebGroup() {
   Control& webGroup = Text1[Field::kWebGroup];
-  webGroup.setText(std::string(trimmed(settings_.readTicket(section::kFtp, "FTP GRUP"))));
-  const std::string userCode = settings_.readTicket(section::kUser, "USER CODE");
+  webGroup.setText(std::string(trimmed(settings_.read(ticket::kWebGroup))));
+  const std::string userCode = settings_.read(ticket::kUserCode);
   if (userCode.empty()) return;
   if (userCode.front() == 'G') {
     webGroup.setEnabled(true);
@@ -60,12 +59,11 @@ void GrpForm::storeAndHandBack() {
   const Control& groupName = Text1[Field::kGroupName];
 
   shopCode.setText(paddedCode(shopCode.text(), 5));
-  settings_.writeOwn("FTP CODE", shopCode.text());
+  settings_.write(own::kShopCode, shopCode.text());
   groupCode.setText(paddedCode(groupCode.text(), 2));
-  settings_.writeOwn("GRUP CODE", groupCode.text());
-  settings_.writeOwn("GRUP NAME", trimmed(groupName.text()));
-  settings_.WriteIni(section::kFtp, "FTP GRUP", trimmed(Text1[Field::kWebGroup].text()),
-                     settings_.TicketIniPath);
+  settings_.write(own::kGroupCode, groupCode.text());
+  settings_.write(own::kGroupName, trimmed(groupName.text()));
+  settings_.write(ticket::kWebGroup, trimmed(Text1[Field::kWebGroup].text()));
 
   panel_.Text1[FtpForm::Field::kShopCode].setText(shopCode.text());
   panel_.Text1[FtpForm::Field::kGroupCode].setText(groupCode.text());

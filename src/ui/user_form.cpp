@@ -4,18 +4,19 @@
 
 namespace karvel {
 
-UserForm::UserForm(FtpForm& panel)
+UserForm::UserForm(const ControlArray& panelText, Control& panelPassive)
     : Form(kUserFormTable),
       Text1(*this, "Text1"),
       Command1(*this, "Command1"),
       Command2(control("Command2")),
       chkPassive(control("chkPassive")),
-      panel_(panel) {
+      panelText_(panelText),
+      panelPassive_(panelPassive) {
   for (Control* field : Text1.all()) {
-    field->setText(panel.Text1[field->row().index].text());
+    field->setText(panelText[field->row().index].text());
     field->onFocus = [field] { field->setSelection(0, characterCount(field->text())); };
   }
-  chkPassive.setValue(panel.chkPassive.value());
+  chkPassive.setValue(panelPassive.value());
   for (Control* command : Command1.all()) {
     const int index = command->row().index;
     command->onClick = [this, index] { Command1_Click(index); };
@@ -26,15 +27,15 @@ UserForm::UserForm(FtpForm& panel)
 void UserForm::Command1_Click(int index) {
   if (index == Command::kRegister) {
     for (const Control* field : Text1.all()) {
-      panel_.Text1[field->row().index].setText(field->text());
+      panelText_[field->row().index].setText(field->text());
     }
-    panel_.chkPassive.setValue(chkPassive.value());
+    panelPassive_.setValue(chkPassive.value());
   }
   markClosed();
 }
 
 void UserForm::Command2_Click() {
-  Text1[FtpForm::Field::kPort].setText("21");
+  Text1[PanelField::kPort].setText("21");
 }
 
 }  // namespace karvel

@@ -1,22 +1,22 @@
 #pragma once
 
 #include "form/form.h"
-#include "ui/ftp_form.h"
+#include "store/setting_keys.h"
 
 namespace karvel {
 
 extern const FormTable kUserFormTable;
 
 /// The dialog that edits the account of the user's own site. It works on a copy of the panel's
-/// fields, taken when it is made, and hands them back when the user registers. Fields have the
-/// indexes of the panel.
+/// fields, taken when it is made, and hands them back when the user registers. Its fields have the
+/// indexes of the panel's.
 class UserForm final : public Form {
  public:
   struct Command {
     enum Index : int { kCancel, kRegister };
   };
 
-  explicit UserForm(FtpForm& panel);
+  UserForm(const ControlArray& panelText, Control& panelPassive);
 
   const ControlArray Text1;
   const ControlArray Command1;
@@ -27,7 +27,8 @@ class UserForm final : public Form {
   void Command2_Click();
 
  private:
-  FtpForm& panel_;
+  const ControlArray& panelText_;
+  Control& panelPassive_;
 };
 
 }  // namespace karvel

@@ -14,8 +14,8 @@
 
 namespace karvel {
 
-/// The FTP rooms without the rest of the program: a session object is made but not connected, and
-/// the panel shows a complete account of the user's own site.
+/// The FTP rooms without the rest of the program: the session object is not connected, and the
+/// panel shows a complete account of the user's own site.
 struct FtpRooms {
   static constexpr const char* kFolder = "shop";
 
@@ -27,11 +27,13 @@ struct FtpRooms {
   IniRedWrt settings{profile, files, clock};
   FtpForm form{settings, desktop};
   RunLog log{files, clock, kFolder};
-  SessionHolder session{form, internet};
-  RemoteListing listing{form, session};
+  McWinFTP clsFtp{internet, [this](std::int32_t number, const std::string& text) {
+                    form.clsFtp_FTPFrr(number, text);
+                  }};
+  RemoteListing listing{form, clsFtp};
   ServerList servers{files, settings, kFolder};
-  ServerConnection connection{form, session, listing, servers, settings};
-  SafeUpload upload{form, session, listing, files, log};
+  ServerConnection connection{form, clsFtp, listing, servers, settings};
+  SafeUpload upload{form, clsFtp, listing, files, log};
 
   FtpRooms() {
     files.folders = {kFolder, joinPath(kFolder, "Log")};
@@ -42,7 +44,6 @@ struct FtpRooms {
     type(FtpForm::Field::kAccount, "shop");
     type(FtpForm::Field::kPassword, "secret");
     type(FtpForm::Field::kPort, "2121");
-    session.create();
     internet.calls.clear();
   }
 

@@ -25,7 +25,7 @@ Entry folder(const std::string& name) {
 
 class RemoteListingTest : public ::testing::Test, protected FtpRooms {
  protected:
-  RemoteListingTest() { session.clsFtp->OpenSession(); }
+  RemoteListingTest() { clsFtp.OpenSession(); }
 
   Lines refreshed(const std::vector<Entry>& entries) {
     internet.extraEntries = entries;
@@ -45,7 +45,7 @@ TEST_F(RemoteListingTest, ShowsFoldersAndFilesInTheServersOrder) {
 TEST_F(RemoteListingTest, HeadsEveryFolderButTheRootWithTwoStops) {
   EXPECT_EQ(refreshed({}), (Lines{". "}));
   internet.folders["/sub"] = {};
-  session.clsFtp->CurDir("sub");
+  clsFtp.CurDir("sub");
   EXPECT_EQ(refreshed({}), (Lines{".."}));
   refuse("pwd", {12002});
   EXPECT_EQ(refreshed({}), (Lines{".."})) << "a folder that cannot be told is not the root";

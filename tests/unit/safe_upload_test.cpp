@@ -23,7 +23,7 @@ TEST(IsBinaryFileTest, LooksForTextExtensionsAnywhereInTheName) {
 
 class SafeUploadTest : public ::testing::Test, protected FtpRooms {
  protected:
-  SafeUploadTest() { session.clsFtp->OpenSession(); }
+  SafeUploadTest() { clsFtp.OpenSession(); }
 
   bool send(const std::string& name) {
     files.files[joinPath(kFolder, name)].content = "new";

@@ -96,8 +96,8 @@ TEST_F(OwnSite, WalksDownTheFolder) {
     }
     EXPECT_EQ(changes, c.changes) << c.folder;
     EXPECT_EQ(status(), c.found ? "FTP:OPEN OK" : "指定フォルダがありません") << c.folder;
-    EXPECT_EQ(session.clsFtp->hFTP() != 0, c.found) << c.folder;
-    session.create();
+    EXPECT_EQ(clsFtp.hFTP() != 0, c.found) << c.folder;
+    clsFtp.CloseSession();
   }
   refuse("list", {12030});
   EXPECT_FALSE(open("表町"));
@@ -161,7 +161,7 @@ TEST_F(ServiceSite, BuildsItsAccountFromTheTicketApplicationsSettings) {
 TEST_F(ServiceSite, SaysNothingWhenItsAccountIsIncomplete) {
   form.MsgLabel.setCaption("before");
   for (const char* key : {"FTP USER", "FTP CODE"}) {
-    const std::string kept = settings.readTicket(section::kFtp, key);
+    const std::string kept = settings.ReadIni(section::kFtp, key, settings.TicketIniPath);
     setTicket(section::kFtp, key, "");
     EXPECT_FALSE(connection.Ftp_Open());
     setTicket(section::kFtp, key, kept);
@@ -202,8 +202,7 @@ TEST_F(ServiceSite, CarriesTheListsDomainsIntoTheTicketApplicationsSettings) {
     setTicket(section::kFtp, "DOMAIN", before);
     files.written.clear();
     servers.LoadServerList();
-    return settings.readTicket(section::kMail, "DOMAIN") + "|" +
-           settings.readTicket(section::kFtp, "DOMAIN");
+    return settings.read(ticket::kMailDomain) + "|" + settings.read(ticket::kDomain);
   };
   EXPECT_EQ(domainsAfter("other"), "other|other") << "there is no list";
   putList("0003  m.example \r\n0005 f.example ");

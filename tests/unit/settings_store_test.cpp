@@ -32,43 +32,43 @@ class SettingsStoreTest : public ::testing::Test {
 
 TEST_F(SettingsStoreTest, AsksOnceMoreForAnEmptyAnswer) {
   put("FTP EXIT=\r\nFTP TIME=1\r\n");
-  EXPECT_EQ(store.readOwn("FTP TIME"), "1");
+  EXPECT_EQ(store.read(OwnKey{"FTP TIME"}), "1");
   EXPECT_EQ(clock.slept, milliseconds(0));
-  EXPECT_EQ(store.readOwn("FTP EXIT"), "");
+  EXPECT_EQ(store.read(OwnKey{"FTP EXIT"}), "");
   EXPECT_EQ(clock.slept, milliseconds(100));
   EXPECT_EQ(store.ReadIni("FTP INFOMATION", "FTP TIME", joinPath("shop", "none")), "");
   clock.onSleep = [&] { put("FTP EXIT=1\r\n"); };
-  EXPECT_EQ(store.readOwn("FTP EXIT"), "1") << "another program was writing the file";
+  EXPECT_EQ(store.read(OwnKey{"FTP EXIT"}), "1") << "another program was writing the file";
 }
 
 TEST_F(SettingsStoreTest, CutsAValueAfter255BytesAndAtACharacter) {
   put("A=" + std::string(300, 'x') + "\r\n");
-  EXPECT_EQ(store.readOwn("A"), std::string(255, 'x'));
+  EXPECT_EQ(store.read(OwnKey{"A"}), std::string(255, 'x'));
   std::string japanese;
   for (int i = 0; i < 150; ++i) japanese += "表";
-  ASSERT_TRUE(store.writeOwn("C", japanese));
-  EXPECT_EQ(store.readOwn("C"), japanese.substr(0, 127 * std::string("表").size()));
+  ASSERT_TRUE(store.write(OwnKey{"C"}, japanese));
+  EXPECT_EQ(store.read(OwnKey{"C"}), japanese.substr(0, 127 * std::string("表").size()));
 }
 
 TEST_F(SettingsStoreTest, ReadsBackWhatItWrote) {
   for (const std::string value :
        {"表示ソ能", "\"quoted\"", "'single'", "a=b;c", "\"", "C:\\表\\ソ"}) {
-    ASSERT_TRUE(store.writeOwn("GRUP NAME", value));
-    EXPECT_EQ(store.readOwn("GRUP NAME"), value);
+    ASSERT_TRUE(store.write(OwnKey{"GRUP NAME"}, value));
+    EXPECT_EQ(store.read(OwnKey{"GRUP NAME"}), value);
   }
-  ASSERT_TRUE(store.writeOwn("GRUP NAME", "a\r\nFTP EXIT=1\n"));
-  EXPECT_EQ(store.readOwn("GRUP NAME"), "aFTP EXIT=1") << "a value stays in its line";
+  ASSERT_TRUE(store.write(OwnKey{"GRUP NAME"}, "a\r\nFTP EXIT=1\n"));
+  EXPECT_EQ(store.read(OwnKey{"GRUP NAME"}), "aFTP EXIT=1") << "a value stays in its line";
   put("A=x\0y\r\n"s);
-  EXPECT_EQ(store.readOwn("A"), "xy");
+  EXPECT_EQ(store.read(OwnKey{"A"}), "xy");
 }
 
 TEST_F(SettingsStoreTest, MakesAReadOnlyFileNormalForTheSecondAttempt) {
   put("FTP TIME=1\r\n");
   files.files[kFile].readOnly = true;
-  EXPECT_TRUE(store.writeOwn("FTP TIME", "2"));
+  EXPECT_TRUE(store.write(OwnKey{"FTP TIME"}, "2"));
   EXPECT_EQ(clock.slept, milliseconds(100));
   EXPECT_FALSE(files.files[kFile].readOnly);
-  EXPECT_EQ(store.readOwn("FTP TIME"), "2");
+  EXPECT_EQ(store.read(OwnKey{"FTP TIME"}), "2");
   EXPECT_FALSE(store.WriteIni("S", "K", "V", joinPath("nowhere", "karvel.hnb")));
 }
 
@@ -77,7 +77,7 @@ TEST_F(SettingsStoreTest, FindsTheProgramsOwnFolderWhateverItIsCalled) {
     store.locateTicketIni("caf\u00E9");
     EXPECT_EQ(store.TicketIniPath, joinPath("caf\u00E9", "karvel.ini")) << start;
   }
-  store.writeOwn("HST FOLD", "表");
+  store.write(OwnKey{"HST FOLD"}, "表");
   store.locateTicketIni("caf\u00E9");
   EXPECT_EQ(store.TicketIniPath, joinPath("表", "karvel.ini"));
 }

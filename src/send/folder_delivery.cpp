@@ -1,4 +1,4 @@
-#include "send/folder_copy.h"
+#include "send/folder_delivery.h"
 
 #include "text/code_page.h"
 #include "text/path.h"
@@ -12,9 +12,9 @@ constexpr int kDroppedSeparators = 2;
 
 }  // namespace
 
-bool FolderCopy::Copy_OutFold(const std::string& sourceFolder, const std::string& name,
-                              bool deleteOnly) {
-  // As the settings can keep it: a folder that is reached today must be found after a restart.
+bool FolderDelivery::Copy_OutFold(const std::string& sourceFolder, const std::string& name,
+                                  bool deleteOnly) {
+  // In the characters that the settings can store: the folder must be found after a restart, too.
   const std::string kept =
       fromCodePage932(toCodePage932(form_.text(FtpForm::Field::kOutputFolder)));
   std::string_view folder = trimmed(kept);
@@ -31,8 +31,8 @@ bool FolderCopy::Copy_OutFold(const std::string& sourceFolder, const std::string
   return files_.exists(target);
 }
 
-void FolderCopy::Copy_File(std::string_view source, std::string_view folder,
-                           std::string_view name) {
+void FolderDelivery::Copy_File(std::string_view source, std::string_view folder,
+                               std::string_view name) {
   std::string target(trimmed(folder));
   if (!name.empty() && name.front() != kSeparator) target += kSeparator;
   target += trimmed(name);
