@@ -6,10 +6,10 @@
 #include "platform/linux/desktop/qt_desktop.h"
 #include "platform/linux/desktop/qt_display.h"
 #include "platform/linux/internet/curl_internet.h"
-#include "platform/linux/system/folder_lock_instance.h"
 #include "platform/linux/system/ini_profile.h"
 #include "platform/linux/system/posix_files.h"
 #include "platform/linux/system/system_clock.h"
+#include "platform/linux/system/user_instance.h"
 
 namespace karvel {
 namespace {
@@ -40,7 +40,7 @@ Platform makePlatform(int argc, char** argv) {
   platform.files = std::make_unique<PosixFiles>();
   platform.profile = std::make_unique<IniProfile>();
   platform.internet = std::make_unique<CurlInternet>();
-  platform.instance = std::make_unique<FolderLockInstance>();
+  platform.instance = std::make_unique<UserInstance>();
   platform.desktop = makeDesktop();
   return platform;
 }

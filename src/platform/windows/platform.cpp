@@ -6,8 +6,8 @@
 
 #include "platform/windows/desktop/win32_desktop.h"
 #include "platform/windows/internet/wininet_internet.h"
-#include "platform/windows/system/mutex_instance.h"
 #include "platform/windows/system/system_clock.h"
+#include "platform/windows/system/user_instance.h"
 #include "platform/windows/system/wide_text.h"
 #include "platform/windows/system/win32_files.h"
 #include "platform/windows/system/win32_profile.h"
@@ -55,7 +55,7 @@ Platform makePlatform(int, char**) {
   platform.files = std::make_unique<Win32Files>();
   platform.profile = std::make_unique<Win32Profile>();
   platform.internet = std::make_unique<WininetInternet>();
-  platform.instance = std::make_unique<MutexInstance>();
+  platform.instance = std::make_unique<UserInstance>();
   platform.desktop = std::make_unique<Win32Desktop>();
   return platform;
 }

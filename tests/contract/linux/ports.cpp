@@ -1,8 +1,8 @@
 #include "contract/ports.h"
 
-#include "platform/linux/system/folder_lock_instance.h"
 #include "platform/linux/system/ini_profile.h"
 #include "platform/linux/system/posix_files.h"
+#include "platform/linux/system/user_instance.h"
 
 namespace karvel {
 
@@ -15,7 +15,7 @@ std::unique_ptr<Profile> makeProfile() {
 }
 
 std::unique_ptr<Instance> makeInstance() {
-  return std::make_unique<FolderLockInstance>();
+  return std::make_unique<UserInstance>();
 }
 
 }  // namespace karvel

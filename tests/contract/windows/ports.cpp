@@ -1,6 +1,6 @@
 #include "contract/ports.h"
 
-#include "platform/windows/system/mutex_instance.h"
+#include "platform/windows/system/user_instance.h"
 #include "platform/windows/system/win32_files.h"
 #include "platform/windows/system/win32_profile.h"
 
@@ -15,7 +15,7 @@ std::unique_ptr<Profile> makeProfile() {
 }
 
 std::unique_ptr<Instance> makeInstance() {
-  return std::make_unique<MutexInstance>();
+  return std::make_unique<UserInstance>();
 }
 
 }  // namespace karvel

@@ -5,14 +5,14 @@
 
 namespace karvel {
 
-/// A mutex whose name stands for the program folder, in whatever session of the machine the program
-/// runs; the system drops it with the process.
-class MutexInstance final : public Instance {
+/// An open file in the user's local application data, which nobody else may open meanwhile. The
+/// system deletes it with the process.
+class UserInstance final : public Instance {
  public:
   bool acquire(const std::string& programFolder) override;
 
  private:
-  Win32Handle mutex_;
+  Win32Handle lock_;
 };
 
 }  // namespace karvel
