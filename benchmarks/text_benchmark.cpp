@@ -35,6 +35,21 @@ void decode(benchmark::State& state) {
 }
 BENCHMARK(decode)->Arg(1)->Arg(1000);
 
+/// Characters without a counterpart, alone and between others.
+void encodeUnmappable(benchmark::State& state) {
+  const std::string text = repeated(state.range(0) == 0 ? "\u00E9" : "\u00E9能", 20'000);
+  for (auto _ : state) benchmark::DoNotOptimize(toCodePage932(text));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+BENCHMARK(encodeUnmappable)->Arg(0)->Arg(1);
+
+void decodeIllFormed(benchmark::State& state) {
+  const std::string bytes = repeated(state.range(0) == 0 ? "\x81\x20" : "\x81\x20\x94\x5C", 20'000);
+  for (auto _ : state) benchmark::DoNotOptimize(fromCodePage932(bytes));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes.size()));
+}
+BENCHMARK(decodeIllFormed)->Arg(0)->Arg(1);
+
 void readNumber(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(numericValue("00345"));
 }

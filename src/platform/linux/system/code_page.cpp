@@ -2,13 +2,18 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdint>
 
 namespace karvel {
 namespace {
 
 constexpr std::string_view kUnknownCharacter = "\u30FB";
+
+/// Why a conversion stopped.
+enum class Stop : std::uint8_t { kDone, kIncomplete, kUnknown };
 
 /// An iconv conversion from one encoding to another.
 class Converter {
@@ -20,24 +25,49 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  /// Converts as much as it can from the front of `input`, which it takes away; stops at what has
-  /// no counterpart.
-  void convert(std::string_view& input, std::string& output) const {
-    std::array<char, 4096> buffer{};
+  /// Converts the whole text; `replace` appends a replacement for what stands at the front of its
+  /// first argument and has no counterpart, and returns its length in bytes.
+  ///
+  /// iconv reads far ahead, and again after each failure: what follows a failure is given to it in
+  /// small pieces that grow, so that the time stays proportional to the text.
+  template <typename Replace>
+  std::string convertAll(std::string_view input, Replace replace) const {
+    std::string output;
+    std::size_t pieceSize = kLargestPiece;
+    while (!input.empty()) {
+      std::string_view piece = input.substr(0, pieceSize);
+      const bool last = piece.size() == input.size();
+      const Stop stop = convert(piece, output);
+      input.remove_prefix(std::min(pieceSize, input.size()) - piece.size());
+      const bool failed = stop == Stop::kUnknown || (stop == Stop::kIncomplete && last);
+      pieceSize = failed ? kSmallestPiece : std::min(2 * pieceSize, kLargestPiece);
+      if (failed) input.remove_prefix(replace(input, output));
+    }
+    return output;
+  }
+
+ private:
+  static constexpr std::size_t kSmallestPiece = 4;
+  static constexpr std::size_t kLargestPiece = 64 * 1024;
+
+  /// Takes what it converts off the front of `input`.
+  Stop convert(std::string_view& input, std::string& output) const {
+    std::array<char, 4096> buffer;
     while (usable() && !input.empty()) {
       char* in = const_cast<char*>(input.data());  // iconv reads through it only
       std::size_t inLeft = input.size();
       char* out = buffer.data();
       std::size_t outLeft = buffer.size();
       const std::size_t result = iconv(descriptor_, &in, &inLeft, &out, &outLeft);
-      const bool full = result == static_cast<std::size_t>(-1) && errno == E2BIG;
+      const int error = result == static_cast<std::size_t>(-1) ? errno : 0;
       output.append(buffer.data(), buffer.size() - outLeft);
       input.remove_prefix(input.size() - inLeft);
-      if (!full) return;
+      if (error == EINVAL) return Stop::kIncomplete;
+      if (error != 0 && error != E2BIG) return Stop::kUnknown;
     }
+    return usable() ? Stop::kDone : Stop::kUnknown;
   }
 
- private:
   [[nodiscard]] bool usable() const { return descriptor_ != reinterpret_cast<iconv_t>(-1); }
 
   iconv_t descriptor_;
@@ -78,29 +108,21 @@ std::size_t utf8CharacterLength(std::string_view text) {
 
 std::string toCodePage932(std::string_view utf8) {
   thread_local const Converter converter("CP932", "UTF-8");
-  std::string bytes;
-  while (!utf8.empty()) {
-    converter.convert(utf8, bytes);
-    if (utf8.empty()) break;
-    const std::string_view character = utf8.substr(0, utf8CharacterLength(utf8));
+  return converter.convertAll(utf8, [](std::string_view rest, std::string& bytes) {
+    const std::string_view character = rest.substr(0, utf8CharacterLength(rest));
     bytes.push_back(byteFor(character));
-    utf8.remove_prefix(character.size());
-  }
-  return bytes;
+    return character.size();
+  });
 }
 
 std::string fromCodePage932(std::string_view bytes) {
   thread_local const Converter converter("UTF-8", "CP932");
-  std::string utf8;
-  while (!bytes.empty()) {
-    converter.convert(bytes, utf8);
-    if (bytes.empty()) break;
-    if (bytes.size() == 1 && isLeadByte932(bytes.front())) break;
-    utf8.append(characterFor(bytes.front()));
+  return converter.convertAll(bytes, [](std::string_view rest, std::string& utf8) {
+    const bool half = rest.size() == 1 && isLeadByte932(rest.front());
+    if (!half) utf8.append(characterFor(rest.front()));
     // What follows a lead byte without forming a character with it may be a character itself.
-    bytes.remove_prefix(1);
-  }
-  return utf8;
+    return std::size_t{1};
+  });
 }
 
 }  // namespace karvel

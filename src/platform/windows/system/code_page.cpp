@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <array>
+#include <memory>
+
 #include "platform/windows/system/wide_text.h"
 
 namespace karvel {
@@ -11,7 +14,7 @@ constexpr UINT kCodePage = 932;
 constexpr char kReplacement = '?';
 constexpr wchar_t kUnknownCharacter = L'\u30FB';
 
-/// Characters that other systems' tables have where code page 932 has a look-alike.
+/// Characters that other systems' tables map where code page 932 has a look-alike.
 constexpr struct {
   wchar_t other;
   wchar_t own;
@@ -36,11 +39,15 @@ constexpr bool isLowSurrogate(wchar_t unit) {
   return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/// A character beyond the first plane is two units, but one replacement.
+/// A character beyond the first plane is two units, but gets one replacement: its first half goes.
 void joinSurrogates(std::wstring& text) {
-  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-    if (isHighSurrogate(text[i]) && isLowSurrogate(text[i + 1])) text.erase(i, 1);
+  std::size_t length = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool pair =
+        isHighSurrogate(text[i]) && i + 1 < text.size() && isLowSurrogate(text[i + 1]);
+    if (!pair) text[length++] = text[i];
   }
+  text.resize(length);
 }
 
 std::wstring decode(std::string_view bytes, DWORD flags) {
@@ -56,22 +63,48 @@ std::wstring decodeWellFormed(std::string_view bytes) {
   return decode(bytes, MB_ERR_INVALID_CHARS);
 }
 
-/// Every byte that leads no pair stands for something, be it a private character.
-std::wstring decodeSingle(char byte) {
-  return decode({&byte, 1}, 0);
+/// The one character, or U+30FB where the bytes form none.
+wchar_t decodeOne(std::string_view bytes, DWORD flags) {
+  const std::wstring text = decode(bytes, flags);
+  return text.size() == 1 ? text.front() : kUnknownCharacter;
 }
 
-std::wstring decodeOneByOne(std::string_view bytes) {
+/// What each byte that leads no pair stands for, be it a private character, and each pair of bytes;
+/// 0 where a pair forms no character. Made once: asking the system for each character is slow.
+struct DecodingTable {
+  std::array<wchar_t, 0x100> single{};
+  std::array<std::array<wchar_t, 0x100>, 0x100> pairs{};
+
+  DecodingTable() {
+    for (int first = 0; first <= 0xFF; ++first) {
+      const auto lead = static_cast<char>(first);
+      if (!isLeadByte932(lead)) {
+        single[first] = decodeOne({&lead, 1}, 0);
+        continue;
+      }
+      for (int second = 0; second <= 0xFF; ++second) {
+        const std::array pair{lead, static_cast<char>(second)};
+        const std::wstring text = decodeWellFormed({pair.data(), pair.size()});
+        if (text.size() == 1) pairs[first][second] = text.front();
+      }
+    }
+  }
+};
+
+std::wstring decodeIllFormed(std::string_view bytes) {
+  static const auto table = std::make_unique<const DecodingTable>();
   std::wstring text;
-  while (!bytes.empty()) {
-    const bool lead = isLeadByte932(bytes.front());
-    if (lead && bytes.size() == 1) break;
-    const std::wstring character =
-        lead ? decodeWellFormed(bytes.substr(0, 2)) : decodeSingle(bytes.front());
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    if (!isLeadByte932(bytes[i])) {
+      text.push_back(table->single[byte]);
+      continue;
+    }
+    if (i + 1 == bytes.size()) break;
+    const wchar_t pair = table->pairs[byte][static_cast<unsigned char>(bytes[i + 1])];
+    text.push_back(pair != 0 ? pair : kUnknownCharacter);
     // What follows a lead byte without forming a character with it may be a character itself.
-    const bool pair = lead && !character.empty();
-    text.append(character.empty() ? std::wstring(1, kUnknownCharacter) : character);
-    bytes.remove_prefix(pair ? 2 : 1);
+    if (pair != 0) ++i;
   }
   return text;
 }
@@ -95,7 +128,7 @@ std::string toCodePage932(std::string_view utf8) {
 std::string fromCodePage932(std::string_view bytes) {
   if (bytes.empty()) return {};
   const std::wstring text = decodeWellFormed(bytes);
-  return fromWide(text.empty() ? decodeOneByOne(bytes) : text);
+  return fromWide(text.empty() ? decodeIllFormed(bytes) : text);
 }
 
 }  // namespace karvel
