@@ -83,7 +83,7 @@ def compare_uploads(case, base):
 
 
 def compare_listings(case, base):
-    print("one refresh of a folder, beside a whole curl -l and lftp ls of it:")
+    print("one refresh of a folder, beside a whole lftp ls of it:")
     for count in (10, 1000, 10_000):
         server = VsftpdServer(case)
         server.folder.make(".", {f"00345_{i:06}.txt": b"x" for i in range(count)})
@@ -91,10 +91,9 @@ def compare_listings(case, base):
         refresh, listed = run(SITE_RUN, shop, "refresh").split()
         case.assertEqual(int(listed), count)
         site = f"ftp://{server.user}:{server.password}@{HOST}:{server.port}/"
-        curl = statistics.median(wall_time("curl", "-sS", "-l", site) for _ in range(ROUNDS))
         lftp = statistics.median(wall_time("lftp", "-c", f"open {site}; ls") for _ in range(ROUNDS))
         print(f"  {count:6} entries {float(refresh):8.2f} ms, {float(refresh) * 1000 / count:7.2f}"
-              f" us each  curl {curl:7.1f} ms  lftp {lftp:7.1f} ms")
+              f" us each  lftp {lftp:7.1f} ms")
 
 
 def measure_bulk(case, base):

@@ -1,4 +1,3 @@
-find_package(CURL REQUIRED)
 find_package(Threads REQUIRED)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
 find_library(XCB_LIBRARY xcb REQUIRED)
@@ -8,9 +7,7 @@ qt6_add_resources(image_sources ${CMAKE_SOURCE_DIR}/assets/icons/icons.qrc)
 add_library(karvel_platform STATIC ${platform_sources} ${image_sources})
 target_link_libraries(karvel_platform
   PUBLIC karvel_core Qt6::Widgets
-  PRIVATE ${CMAKE_DL_LIBS} Threads::Threads ${XCB_LIBRARY})
-# Its headers alone: the library is loaded on demand.
-target_include_directories(karvel_platform PRIVATE ${CURL_INCLUDE_DIRS})
+  PRIVATE Threads::Threads ${XCB_LIBRARY})
 
 function(karvel_finish_program target)
 endfunction()

@@ -5,7 +5,7 @@
 #include "platform/linux/desktop/headless_desktop.h"
 #include "platform/linux/desktop/qt_desktop.h"
 #include "platform/linux/desktop/qt_display.h"
-#include "platform/linux/internet/curl_internet.h"
+#include "platform/linux/internet/ftp_internet.h"
 #include "platform/linux/system/ini_profile.h"
 #include "platform/linux/system/posix_files.h"
 #include "platform/linux/system/system_clock.h"
@@ -39,7 +39,7 @@ Platform makePlatform(int argc, char** argv) {
   platform.clock = std::make_unique<SystemClock>();
   platform.files = std::make_unique<PosixFiles>();
   platform.profile = std::make_unique<IniProfile>();
-  platform.internet = std::make_unique<CurlInternet>();
+  platform.internet = std::make_unique<FtpInternet>();
   platform.instance = std::make_unique<UserInstance>();
   platform.desktop = makeDesktop();
   return platform;

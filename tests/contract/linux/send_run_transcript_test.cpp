@@ -9,7 +9,7 @@
 #include "contract/site_shop.h"
 #include "text/code_page.h"
 
-// The commands of whole send runs, word for word. They hold for libcurl only.
+// The commands of whole send runs, word for word.
 
 namespace karvel {
 namespace {
@@ -17,9 +17,9 @@ namespace {
 using Lines = std::vector<std::string>;
 using Delivery = RunReport::Delivery;
 
-const Lines kLogin{"USER shop", "PASS secret", "PWD"};
+const Lines kLogin{"USER shop", "PASS secret"};
 const Lines kRefresh{"PWD", "PASV", "LIST"};
-const Lines kFirstRefresh{"PWD", "PASV", "TYPE A", "LIST"};
+const Lines kFirstRefresh{"PWD", "TYPE A", "PASV", "LIST"};
 
 Lines joined(const std::vector<Lines>& parts) {
   Lines all;
@@ -196,11 +196,10 @@ TEST(SendRunServiceTranscript, AServiceAccountStaysInItsLoginFolder) {
   shop.start();
   shop.send();
   EXPECT_TRUE(reportOf(shop.takeLog()).succeeded());
-  EXPECT_EQ(server.transcript(),
-            joined({{"USER noto345@shop.service.example", "PASS kv112233", "PWD"},
-                    kFirstRefresh,
-                    kBothNew,
-                    {"QUIT"}}));
+  EXPECT_EQ(server.transcript(), joined({{"USER noto345@shop.service.example", "PASS kv112233"},
+                                         kFirstRefresh,
+                                         kBothNew,
+                                         {"QUIT"}}));
   EXPECT_TRUE(server.tree().isFile("/" + kTable));
 }
 

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <cerrno>
 
 namespace karvel {
@@ -14,44 +15,26 @@ std::optional<UploadReader> UploadReader::open(const std::string& path, Mode mod
   if (!file.valid() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
     return std::nullopt;
   }
-  return UploadReader(std::move(file), mode);
+  return UploadReader(std::move(file), mode, static_cast<std::uint64_t>(status.st_size));
 }
 
-std::optional<std::size_t> UploadReader::read(char* buffer, std::size_t capacity) {
-  return mode_ == Mode::kText ? readText(buffer, capacity) : readBytes(buffer, capacity);
-}
-
-std::optional<std::size_t> UploadReader::readBytes(char* buffer, std::size_t capacity) const {
+std::optional<std::string_view> UploadReader::next() {
+  std::array<char, 16 * 1024> bytes;
   ssize_t count = 0;
   do {
-    count = ::read(file_.get(), buffer, capacity);
+    count = ::read(file_.get(), bytes.data(), bytes.size());
   } while (count < 0 && errno == EINTR);
   if (count < 0) return std::nullopt;
-  return static_cast<std::size_t>(count);
-}
 
-std::optional<std::size_t> UploadReader::readText(char* buffer, std::size_t capacity) {
-  std::size_t filled = 0;
-  while (filled + 2 <= capacity) {
-    if (next_ == end_ && !refill()) return std::nullopt;
-    if (next_ == end_) break;
-    const char c = chunk_[next_++];
-    if (heldReturn_ && c != '\n') buffer[filled++] = '\r';
-    heldReturn_ = c == '\r';
-    if (!heldReturn_) buffer[filled++] = c;
+  const std::string_view read(bytes.data(), static_cast<std::size_t>(count));
+  if (mode_ == Mode::kBinary) return piece_ = read;
+  piece_.clear();
+  for (const char c : read) {
+    if (c == '\n' && !afterReturn_) piece_ += '\r';
+    piece_ += c;
+    afterReturn_ = c == '\r';
   }
-  if (filled == 0 && heldReturn_) {
-    heldReturn_ = false;
-    buffer[filled++] = '\r';
-  }
-  return filled;
-}
-
-bool UploadReader::refill() {
-  const auto count = readBytes(chunk_.data(), chunk_.size());
-  next_ = 0;
-  end_ = count.value_or(0);
-  return count.has_value();
+  return piece_;
 }
 
 }  // namespace karvel

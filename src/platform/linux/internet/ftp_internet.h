@@ -5,34 +5,32 @@
 #include <string>
 
 #include "platform/internet.h"
-#include "platform/linux/internet/ftp_connection.h"
 #include "platform/linux/internet/ftp_listing.h"
+#include "platform/linux/internet/ftp_session.h"
 
 namespace karvel {
 
-/// The internet port on libcurl. One thread at a time.
+/// The internet port as an FTP client of its own. One thread at a time.
 ///
 /// Answers to what the port leaves open: a host that is missing or can be none is a name that does
-/// not resolve; a missing user is "anonymous"; port 0 is 21; closing a root or a session closes
-/// what was opened with it; a new enumeration of a session replaces its former one.
-class CurlInternet : public Internet {
+/// not resolve; port 0 is 21; closing a root or a session closes what was opened with it; a new
+/// enumeration of a session replaces its former one.
+class FtpInternet final : public Internet {
  public:
-  CurlInternet() = default;
-  CurlInternet(const CurlInternet&) = delete;
-  CurlInternet& operator=(const CurlInternet&) = delete;
-  ~CurlInternet() override;
+  explicit FtpInternet(AddressLookup lookup = addressesOf) : lookup_(std::move(lookup)) {}
 
   [[nodiscard]] Handle open() override;
   bool setOption(Handle root, std::uint32_t option, std::uint32_t milliseconds) override;
   [[nodiscard]] Handle connect(Handle root, const Account& account, std::uint32_t flags) override;
-  bool close(Handle handle) override;
+  [[nodiscard]] bool close(Handle handle) override;
 
   [[nodiscard]] std::optional<std::string> currentDirectory(Handle session) override;
-  bool setCurrentDirectory(Handle session, const std::string& folder) override;
-  bool putFile(Handle session, const std::string& localPath, const std::string& remoteName,
-               std::uint32_t transferType) override;
-  bool renameFile(Handle session, const std::string& from, const std::string& to) override;
-  bool deleteFile(Handle session, const std::string& remoteName) override;
+  [[nodiscard]] bool setCurrentDirectory(Handle session, const std::string& folder) override;
+  [[nodiscard]] bool putFile(Handle session, const std::string& localPath,
+                             const std::string& remoteName, std::uint32_t transferType) override;
+  [[nodiscard]] bool renameFile(Handle session, const std::string& from,
+                                const std::string& to) override;
+  [[nodiscard]] bool deleteFile(Handle session, const std::string& remoteName) override;
 
   [[nodiscard]] Handle findFirst(Handle session, const std::string& pattern,
                                  FindData& entry) override;
@@ -45,7 +43,7 @@ class CurlInternet : public Internet {
  private:
   struct Session {
     Handle root;
-    std::unique_ptr<FtpConnection> connection;
+    std::unique_ptr<FtpSession> ftp;
     /// Names of the last enumeration that the server writes otherwise: it gets them back like that.
     std::map<std::string, std::string> writtenNames;
 
@@ -58,7 +56,7 @@ class CurlInternet : public Internet {
 
   bool fail(ErrorNumber error);
   /// Keeps what the server said and the outcome of the call.
-  bool conclude(const FtpConnection& connection, ErrorNumber error);
+  bool conclude(const FtpSession& ftp, ErrorNumber error);
   /// The session of that handle; without one the call has failed.
   Session* find(Handle session);
   /// One command of a verb and a name.
@@ -67,7 +65,7 @@ class CurlInternet : public Internet {
   void closeSessionsOf(Handle root);
   bool nextEntry(Session& session, FtpListing& listing, FindData& entry);
 
-  bool libraryReady_ = false;
+  AddressLookup lookup_;
   Handle lastHandle_ = 0;
   std::map<Handle, FtpTimeLimits> roots_;
   std::map<Handle, Session> sessions_;

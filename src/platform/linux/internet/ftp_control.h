@@ -1,0 +1,60 @@
+#pragma once
+
+#include <string>
+
+#include "platform/internet.h"
+#include "platform/linux/internet/ftp_reply.h"
+#include "platform/linux/internet/ftp_socket.h"
+
+namespace karvel {
+
+/// The control connection of an FTP session: commands one by one, and their replies.
+///
+/// What ends the connection (a failure, silence, a reply 421) is the result of that operation and
+/// of every later one, which then sends nothing; reply() stays the one that went with it. Results
+/// are 0 or the port's number. Operations wait within the limits and within the watch's exchange.
+class FtpControl {
+ public:
+  using ErrorNumber = Internet::ErrorNumber;
+
+  explicit FtpControl(FtpTimeLimits limits) : limits_(limits) {}
+
+  /// Connects to the first of the addresses that answers. Each gets a fair share of the time that
+  /// the running exchange has left.
+  [[nodiscard]] ErrorNumber connect(const SocketAddresses& addresses);
+
+  /// Sends a command line and waits for its last reply: kErrorExtended unless that is 2xx or 3xx.
+  [[nodiscard]] ErrorNumber command(const std::string& line);
+
+  /// Sends a command line without waiting.
+  [[nodiscard]] ErrorNumber send(const std::string& line);
+  /// Waits at most `limit` for the next reply, whatever it says.
+  [[nodiscard]] ErrorNumber receiveReply(FtpTimeLimits::Milliseconds limit);
+  /// Waits for the next reply that is no preliminary one, each within the limit of an answer.
+  [[nodiscard]] ErrorNumber receiveLastReply();
+
+  [[nodiscard]] const FtpReply& reply() const { return reply_; }
+  /// Bytes of a reply have arrived with the one before.
+  [[nodiscard]] bool hasInput() const { return !input_.empty(); }
+  [[nodiscard]] const FtpSocket& socket() const { return socket_; }
+
+  /// Closes the connection for that reason, which is also the result.
+  ErrorNumber end(ErrorNumber reason);
+  /// What has ended the connection; 0 while it stands.
+  [[nodiscard]] ErrorNumber ended() const { return ended_; }
+
+  [[nodiscard]] const FtpTimeLimits& limits() const { return limits_; }
+  FtpTimeWatch watch;  ///< of the running exchange
+
+ private:
+  /// Takes the lines that have arrived, up to the end of the reply.
+  [[nodiscard]] ErrorNumber takeLines();
+
+  const FtpTimeLimits limits_;
+  FtpSocket socket_;
+  std::string input_;  ///< received, but not taken yet
+  FtpReply reply_;
+  ErrorNumber ended_ = 0;
+};
+
+}  // namespace karvel
