@@ -12,8 +12,12 @@ class FakeClock final : public Clock {
   DateTime time{2024, 1, 15, 9, 5, 7};
   std::chrono::milliseconds slept{0};
   std::function<void()> onSleep;  ///< what happens meanwhile
+  int secondsPerLook = 0;         ///< that it goes on whenever it is looked at
 
-  DateTime now() override { return time; }
+  DateTime now() override {
+    time.second += secondsPerLook;
+    return time;
+  }
   void sleep(std::chrono::milliseconds pause) override {
     slept += pause;
     if (onSleep) onSleep();

@@ -2,33 +2,48 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <limits>
-#include <string>
-#include <utility>
+#include <random>
+#include <regex>
 
 namespace karvel {
 namespace {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
 
+/// The rule as a pattern over the text without its blanks.
+double valueByPattern(std::string text) {
+  static const std::regex kPrefixed("&[Hh]([0-9A-Fa-f]+)|&[Oo]([0-7]+)", std::regex::optimize);
+  static const std::regex kDecimal(R"(([+-]?(\d+\.?\d*|\.\d+))([eEdD]([+-]?\d+))?)",
+                                   std::regex::optimize);
+  text.erase(std::remove_if(text.begin(), text.end(),
+                            [](char c) { return c == ' ' || c == '\t' || c == '\n'; }),
+             text.end());
+  constexpr auto kFromTheStart = std::regex_constants::match_continuous;
+  std::smatch part;
+  if (std::regex_search(text, part, kPrefixed, kFromTheStart)) {
+    return part[1].matched ? static_cast<double>(std::stoull(part[1], nullptr, 16))
+                           : static_cast<double>(std::stoull(part[2], nullptr, 8));
+  }
+  if (!std::regex_search(text, part, kDecimal, kFromTheStart)) return 0;
+  const std::string number = part[1].str() + (part[4].matched ? "e" + part[4].str() : "");
+  return std::clamp(std::strtod(number.c_str(), nullptr), -kLargest, kLargest);
+}
+
 TEST(NumericValue, IsTheLongestLeadingNumber) {
-  using Case = std::pair<std::string, double>;
-  const Case cases[] = {{"", 0},        {"09", 9},
-                        {"2x", 2},      {"x2", 0},
-                        {"-5", -5},     {"+5", 5},
-                        {"--5", 0},     {"1.5.6", 1.5},
-                        {".5", 0.5},    {"5.", 5},
-                        {".", 0},       {"-", 0},
-                        {"1E+2", 100},  {"1d2", 100},
-                        {"1e", 1},      {"1e+", 1},
-                        {"&H1F", 31},   {"&hfg", 15},
-                        {"&O17", 15},   {"&o18", 1},
-                        {"&H", 0},      {"&X1", 0},
-                        {"００１", 0},  {"inf", 0},
-                        {"0x10", 0},    {" 1 2\t3\n4 ", 1234},
-                        {"1 e 2", 100}, {"& H 1 0", 16},
-                        {"1\r2", 1},    {"\u30001", 0}};
-  for (const auto& [text, value] : cases) EXPECT_EQ(numericValue(text), value) << text;
+  const std::string characters = "0123456789789&&HhOo+-..eEdDaAfFgG/:@` \t\n\r";
+  std::mt19937 random(1);
+  for (int round = 0; round < 20'000; ++round) {
+    std::string text;
+    if (random() % 3 == 0) text = random() % 2 == 0 ? "&h" : "&O";
+    for (auto length = random() % 7; length > 0; --length) {
+      text += characters[random() % characters.size()];
+    }
+    ASSERT_EQ(numericValue(text), valueByPattern(text)) << testing::PrintToString(text);
+  }
+  for (const char* none : {"", "００１", "inf", "&X1", "\u30001"}) EXPECT_EQ(numericValue(none), 0);
 }
 
 TEST(NumericValue, StaysFinite) {
@@ -44,6 +59,12 @@ TEST(WholeNumericValue, RoundsAndStaysWithinItsType) {
   EXPECT_EQ(wholeNumericValue("21.4"), 21);
   EXPECT_EQ(wholeNumericValue("1e99"), std::numeric_limits<int>::max());
   EXPECT_EQ(wholeNumericValue("-1e99"), std::numeric_limits<int>::min());
+}
+
+TEST(DecimalText, WritesAWholeNumberInFull) {
+  EXPECT_EQ(decimalText(-0.4), "0");
+  EXPECT_EQ(decimalText(-12.5), "-13");
+  EXPECT_EQ(decimalText(-kLargest).size(), 310U);
 }
 
 }  // namespace

@@ -35,6 +35,15 @@ Strings cut(const std::string& text, char separator) {
   return parts;
 }
 
+Strings charactersOf(const std::string& utf8) {
+  Strings characters;
+  for (const char byte : utf8) {
+    if ((static_cast<unsigned char>(byte) & 0xC0) != 0x80) characters.emplace_back();
+    characters.back() += byte;
+  }
+  return characters;
+}
+
 /// Seconds of a time of day of one or two digits each, seconds optional; -1 for any other text.
 int secondsOf(const std::string& time) {
   static const std::regex kTime(R"((\d\d?):(\d\d?)(:(\d\d?))?)", std::regex::optimize);
@@ -79,8 +88,9 @@ std::string figuresOf(const std::string& receptions) {
     }
     if (!fields[5].empty()) ++mail;
     if (numericValue(fields[7]) > 0) ++reservations;
-    if (std::regex_match(fields[1], std::regex("[\\x01-\\x7F]{8}"))) {
-      const double hour = numericValue(fields[1].substr(0, 2));
+    Strings characters = charactersOf(fields[1]);
+    if (characters.size() == 8) {
+      const double hour = numericValue(characters[0] + characters[1]);
       const int ends[] = {9, 11, 13, 15, 17, 19, 21, 24};
       const auto end =
           std::find_if(std::begin(ends), std::end(ends), [&](int e) { return hour < e; });
@@ -131,7 +141,8 @@ class RandomShop : public ::testing::Test, protected ShopWorld {
       case 1:
         return oneOf<std::string>({"", "xx", "9:05:00", "9:5", "009:00:00", "010:00:00", "1x:00:00",
                                    "24:00:00", "09:10:", "12:00:0x", "08:59:59", "09:00:00",
-                                   "&H:00:00", "1.:00:00", "-1:00:00"});
+                                   "&H:00:00", "1.:00:00", "-1:00:00", "10：00：00",
+                                   "１２：００：０", "１２：００：００", "１２：００：００秒"});
       case 2:
         return std::to_string(below(24)) + ":" + std::to_string(below(60));
       case 3:

@@ -198,7 +198,7 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected ShopWorl
         resident_ = true;
         return;
       case 1:
-        shift_ = below(3);
+        shift_ = below(4);
         note("holds " + std::to_string(shift_));
         return form().keyEvent(shift_);
       case 2:
