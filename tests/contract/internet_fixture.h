@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "contract/make_internet.h"
+#include "contract/scratch_folder.h"
 #include "fakes/scripted_ftp_server.h"
-#include "fakes/temporary_folder.h"
 #include "platform/internet.h"
 
 namespace karvel {
@@ -36,7 +36,7 @@ class InternetTest : public ::testing::Test {
   Names list(Handle session);
 
   ScriptedFtpServer server_;
-  TemporaryFolder folder_;
+  ScratchFolder folder_;
   std::unique_ptr<Internet> internet_ = makeInternet();
   Handle root_ = internet_->open();
 };

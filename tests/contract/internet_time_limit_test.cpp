@@ -56,6 +56,18 @@ TEST_F(InternetTimeLimits, ASilentServerAtLogin) {
   }
 }
 
+TEST_F(InternetTimeLimits, AServerThatSpeaksNoFtp) {
+  if (differsHere(Difference::kTimeLimitsDoNotHold)) return;  // waits for it without an end
+  for (const auto& [name, greeting] : kForeignGreetings) {
+    server_.behave();
+    server_.on(ScriptedFtpServer::kGreeting, 1, greeting);
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(connect(), 0U) << name;
+    EXPECT_NE(internet_->lastError(), 0U) << name;
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, kAtMost) << name;
+  }
+}
+
 TEST_F(InternetTimeLimits, ASilentServerInASession) {
   server_.tree().addFile("/x", "x");
   const struct {

@@ -1,11 +1,13 @@
 #include "contract/site_shop.h"
 
+#include <filesystem>
 #include <stdexcept>
 
 #include "contract/make_internet.h"
 #include "contract/ports.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_instance.h"
+#include "shop_folder.h"
 #include "text/code_page.h"
 #include "text/path.h"
 
@@ -13,11 +15,6 @@ namespace karvel {
 namespace {
 
 constexpr std::size_t kLongestValue = 256;
-constexpr const char* kReceptions =
-    "1\t09:00:00\t09:04:00\t\t済\t\t\t\t\t\t\r\n"
-    "2\t09:10:00\t09:30:00\t\t済\t\t\t\t\t\t\r\n"
-    "3\t09:40:00\t\t\t\t\t\t\t\t\t\r\n";
-
 template <typename Port, typename Made>
 Made& put(std::unique_ptr<Port>& place, std::unique_ptr<Made> made) {
   Made& reference = *made;
@@ -36,26 +33,17 @@ SiteShop::SiteShop(ScriptedFtpServer& server)
   platform_.files = makeFiles();
   platform_.profile = makeProfile();
   platform_.instance = std::make_unique<FakeInstance>();
-  folder_.addFolder("Log");
-  const std::string receptions = joinPath(folder_.addFolder("temp"), "240115_1.tmp");
-  static_cast<void>(platform_.files->write(receptions, toCodePage932(kReceptions)));
-
-  setTicket("USER INFOMATION", "TODAY", "240115");
-  setTicket("KARVEL1 INFOMATION", "USER NAME", "ソレイユ薬局");
-  setTicket("TASHIN INFOMATION", "SHINSATSU", "0");
-  setTicket("TASHIN INFOMATION", "TASHIN1", "受付");
-  setOwn("HST FOLD", folder_.path());
-  setOwn("FTP CODE", "00345");
-  setOwn("GRUP CODE", "12");
-  setOwn("GRUP NAME", "表町");
-  setOwn("FTP TIME", "1");
-  setOwn("FTP TYPE", "1");
-  setOwn("FTP SEVE", "127.0.0.1");
-  setOwn("FTP FOLD", kSiteFolder);
-  setOwn("FTP NAME", server.options().user);
-  setOwn("FTP PASS", server.options().password);
-  setOwn("FTP PORT", std::to_string(server.port()));
-  setOwn("FTP PSIV", "1");
+  sample::Shop shop;
+  shop.folder = std::filesystem::u8path(folder_.path());
+  shop.destination = sample::Destination::kOwnSite;
+  shop.site = {.port = std::to_string(server.port()),
+               .folder = kSiteFolder,
+               .user = server.options().user,
+               .password = server.options().password};
+  shop.day = "240115";
+  shop.desks = 1;
+  shop.receptions = 3;
+  sample::layOut(shop);
 }
 
 void SiteShop::setOwn(const std::string& key, const std::string& value) {
@@ -85,7 +73,6 @@ void SiteShop::useServiceSite() {
 }
 
 void SiteShop::start() {
-  setOwn("FTP CHKF", "1");  // or it would not stay
   program_ = std::make_unique<Program>(platform_);
   if (program_->start() != StartOutcome::kResident) throw std::logic_error("not resident");
   setOwn("FTP CHKF", "0");
