@@ -11,10 +11,17 @@ namespace karvel {
 /// The FTP functions of the platform's internet library.
 ///
 /// Host, account, remote names, folders and server texts are bytes of code page 932; local paths
-/// are UTF-8. Every call blocks until the server exchange is over, within bounded time: a connect
-/// and each answer of the server within 10 seconds, a transfer without progress for 30 seconds is
-/// broken off. A call that fails returns 0, false or empty and leaves the reason in lastError().
-/// A text with CR, LF or NUL never reaches the server: the call fails with kErrorInvalidParameter.
+/// are UTF-8. A text with CR, LF or NUL never reaches the server: the call fails with
+/// kErrorInvalidParameter.
+///
+/// Every call blocks until the server exchange is over, within bounded time: a connect and each
+/// answer of the server within 10 seconds, a transfer's progress within 30, a call as a whole
+/// within 60, an upload within one second more for every 10 kB. A server that keeps none of these
+/// is given up with kErrorTimeout.
+///
+/// A call that fails returns 0, false or empty and leaves the reason in lastError(). The session
+/// goes on after a refusal of the server and after a data connection that was refused
+/// (kErrorCannotConnect). What has ended it is the reason of every later call, too.
 class Internet {
  public:
   using Handle = std::uintptr_t;  ///< 0 is no handle
@@ -29,7 +36,7 @@ class Internet {
   static constexpr std::uint32_t kTransferAscii = 1;   ///< each line end is CR LF on the wire
   static constexpr std::uint32_t kTransferBinary = 2;  ///< the bytes unchanged
 
-  // Error numbers. Any other 4xx or 5xx reply of a server is kErrorExtended.
+  // Error numbers. Any other reply that is no success is kErrorExtended.
   static constexpr ErrorNumber kErrorFileNotFound = 2;  ///< the local file cannot be read
   static constexpr ErrorNumber kErrorInvalidHandle = 6;
   static constexpr ErrorNumber kErrorNoMoreFiles = 18;
@@ -66,7 +73,8 @@ class Internet {
   /// Sets a time-out in milliseconds on the root handle, for the sessions that it connects later.
   virtual bool setOption(Handle root, std::uint32_t option, std::uint32_t milliseconds) = 0;
 
-  /// Connects and logs in. One session is one control connection with one login: one that the
+  /// Connects and logs in; without a user as "anonymous", where a password is an error
+  /// (kErrorInvalidParameter). One session is one control connection with one login: one that the
   /// server drops is reported by the next call and never replaced by a new login.
   [[nodiscard]] virtual Handle connect(Handle root, const Account& account,
                                        std::uint32_t flags) = 0;

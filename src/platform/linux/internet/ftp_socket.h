@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "platform/internet.h"
-#include "platform/linux/internet/ftp_time_limits.h"
+#include "platform/linux/internet/ftp_time_watch.h"
 #include "platform/linux/internet/socket_address.h"
 #include "platform/linux/system/file_descriptor.h"
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <initializer_list>
 
+#include "platform/windows/internet/call_limit.h"
 #include "platform/windows/system/ansi_path.h"
 #include "platform/windows/system/wide_text.h"
 #include "text/server_text.h"
@@ -15,7 +16,6 @@ namespace {
 
 constexpr DWORD_PTR kContext = 1;
 constexpr DWORD_PTR kFindContext = 0;
-constexpr DWORD kTransferLimits = 3;           ///< limits of an answer that a transfer may pause
 constexpr std::size_t kLongestResponse = 255;  ///< bytes
 
 HINTERNET native(Internet::Handle handle) {
@@ -45,9 +45,11 @@ bool sendable(std::initializer_list<std::string> texts) {
   return true;
 }
 
-/// The library takes the lower half of a port's number, and an empty name for this machine.
+/// The library takes the lower half of a port's number, an empty name for this machine, and a
+/// password without a user for an anonymous user's.
 bool reachable(const Internet::Account& account) {
-  if (account.port < 0 || account.port > 0xFFFF) {
+  const bool hasStrayPassword = account.password && !account.user;
+  if (account.port < 0 || account.port > 0xFFFF || hasStrayPassword) {
     SetLastError(ERROR_INVALID_PARAMETER);
     return false;
   }
@@ -56,6 +58,13 @@ bool reachable(const Internet::Account& account) {
     return false;
   }
   return true;
+}
+
+std::uint64_t fileSize(const std::string& path) {
+  constexpr unsigned kHalf = 32;
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  if (GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data) == FALSE) return 0;
+  return (std::uint64_t{data.nFileSizeHigh} << kHalf) | data.nFileSizeLow;
 }
 
 bool setNumber(HINTERNET root, DWORD option, DWORD value) {
@@ -88,71 +97,89 @@ Internet::Handle WininetInternet::open() {
 
 bool WininetInternet::setOption(Handle root, std::uint32_t option, std::uint32_t milliseconds) {
   if (option == kOptionReceiveTimeout) {
+    limits_.answer = std::chrono::milliseconds(milliseconds);
+    const auto silence = static_cast<DWORD>(limits_.silence().count());
     setNumber(native(root), INTERNET_OPTION_CONTROL_SEND_TIMEOUT, milliseconds);
-    setNumber(native(root), INTERNET_OPTION_DATA_SEND_TIMEOUT, kTransferLimits * milliseconds);
-    setNumber(native(root), INTERNET_OPTION_DATA_RECEIVE_TIMEOUT, kTransferLimits * milliseconds);
+    setNumber(native(root), INTERNET_OPTION_DATA_SEND_TIMEOUT, silence);
+    setNumber(native(root), INTERNET_OPTION_DATA_RECEIVE_TIMEOUT, silence);
   }
   return note(setNumber(native(root), option, milliseconds));
 }
 
 Internet::Handle WininetInternet::connect(Handle root, const Account& account,
                                           std::uint32_t flags) {
+  const bool sent = sendable({account.host.value_or(""), account.user.value_or(""),
+                              account.password.value_or("")}) &&
+                    reachable(account);
   HINTERNET session = nullptr;
-  if (sendable(
-          {account.host.value_or(""), account.user.value_or(""), account.password.value_or("")}) &&
-      reachable(account)) {
-    session =
-        InternetConnectA(native(root), textOrAbsent(account.host),
-                         static_cast<INTERNET_PORT>(account.port), textOrAbsent(account.user),
-                         textOrAbsent(account.password), INTERNET_SERVICE_FTP, flags, kContext);
-  }
-  note(session != nullptr);
-  return portable(session);
+  const bool connected =
+      sent && call(root, limits_.exchange(), [&] {
+        session =
+            InternetConnectA(native(root), textOrAbsent(account.host),
+                             static_cast<INTERNET_PORT>(account.port), textOrAbsent(account.user),
+                             textOrAbsent(account.password), INTERNET_SERVICE_FTP, flags, kContext);
+        return session != nullptr;
+      });
+  return note(connected) ? portable(session) : 0;
 }
 
 bool WininetInternet::close(Handle handle) {
-  return note(InternetCloseHandle(native(handle)) != FALSE);
+  const auto session = enumerations_.find(handle);
+  const bool wentBefore = brokenOff_.erase(handle) != 0 ||
+                          (session != enumerations_.end() && brokenOff_.contains(session->second));
+  enumerations_.erase(handle);
+  return wentBefore || note(InternetCloseHandle(native(handle)) != FALSE);
 }
 
 std::optional<std::string> WininetInternet::currentDirectory(Handle session) {
   std::array<char, 261> buffer{};
   DWORD length = buffer.size() - 1;
-  if (!note(FtpGetCurrentDirectoryA(native(session), buffer.data(), &length) != FALSE)) {
-    return std::nullopt;
-  }
+  const bool told = call(session, limits_.exchange(), [&] {
+    return FtpGetCurrentDirectoryA(native(session), buffer.data(), &length) != FALSE;
+  });
+  if (!note(told)) return std::nullopt;
   return std::string(buffer.data());
 }
 
 bool WininetInternet::setCurrentDirectory(Handle session, const std::string& folder) {
-  return note(sendable({folder}) &&
-              FtpSetCurrentDirectoryA(native(session), folder.c_str()) != FALSE);
+  return note(sendable({folder}) && call(session, limits_.exchange(), [&] {
+                return FtpSetCurrentDirectoryA(native(session), folder.c_str()) != FALSE;
+              }));
 }
 
 bool WininetInternet::putFile(Handle session, const std::string& localPath,
                               const std::string& remoteName, std::uint32_t transferType) {
-  return note(sendable({remoteName}) &&
-              FtpPutFileA(native(session), ansiPath(localPath).c_str(), remoteName.c_str(),
-                          transferType, kContext) != FALSE);
+  const std::string path = ansiPath(localPath);
+  return note(sendable({remoteName}) && call(session, limits_.upload(fileSize(path)), [&] {
+                return FtpPutFileA(native(session), path.c_str(), remoteName.c_str(), transferType,
+                                   kContext) != FALSE;
+              }));
 }
 
 bool WininetInternet::renameFile(Handle session, const std::string& from, const std::string& to) {
-  return note(sendable({from, to}) &&
-              FtpRenameFileA(native(session), from.c_str(), to.c_str()) != FALSE);
+  return note(sendable({from, to}) && call(session, limits_.exchange(), [&] {
+                return FtpRenameFileA(native(session), from.c_str(), to.c_str()) != FALSE;
+              }));
 }
 
 bool WininetInternet::deleteFile(Handle session, const std::string& remoteName) {
-  return note(sendable({remoteName}) &&
-              FtpDeleteFileA(native(session), remoteName.c_str()) != FALSE);
+  return note(sendable({remoteName}) && call(session, limits_.exchange(), [&] {
+                return FtpDeleteFileA(native(session), remoteName.c_str()) != FALSE;
+              }));
 }
 
 Internet::Handle WininetInternet::findFirst(Handle session, const std::string& pattern,
                                             FindData& entry) {
   WIN32_FIND_DATAA found{};
   HINTERNET find = nullptr;
-  if (sendable({pattern})) {
-    find = FtpFindFirstFileA(native(session), pattern.c_str(), &found, 0, kFindContext);
-  }
-  if (note(find != nullptr)) entry = findDataOf(found);
+  const bool listed =
+      sendable({pattern}) && call(session, limits_.exchange(), [&] {
+        find = FtpFindFirstFileA(native(session), pattern.c_str(), &found, 0, kFindContext);
+        return find != nullptr;
+      });
+  if (!note(listed)) return 0;
+  entry = findDataOf(found);
+  enumerations_[portable(find)] = session;
   return portable(find);
 }
 
@@ -186,6 +213,22 @@ std::string WininetInternet::systemMessage(ErrorNumber number) {
   const DWORD count =
       FormatMessageA(kFlags, nullptr, number, kLanguage, buffer.data(), buffer.size() - 1, nullptr);
   return fromAnsi({buffer.data(), count});
+}
+
+bool WininetInternet::call(Handle handle, std::chrono::milliseconds limit,
+                           const std::function<bool()>& function) {
+  bool inTime = !brokenOff_.contains(handle);
+  bool succeeded = false;
+  DWORD error = 0;
+  if (inTime) {
+    CallLimit watch(native(handle), limit);
+    succeeded = function();
+    error = GetLastError();
+    inTime = !watch.end();
+  }
+  if (!inTime) brokenOff_.insert(handle);
+  SetLastError(inTime ? error : ERROR_INTERNET_TIMEOUT);
+  return succeeded && inTime;
 }
 
 bool WininetInternet::note(bool succeeded) {

@@ -2,6 +2,12 @@
 
 #include <windows.h>
 
+#include <chrono>
+#include <functional>
+#include <map>
+#include <set>
+
+#include "platform/ftp_time_limits.h"
 #include "platform/internet.h"
 
 namespace karvel {
@@ -31,9 +37,15 @@ class WininetInternet final : public Internet {
   std::string systemMessage(ErrorNumber number) override;
 
  private:
+  /// Calls the library with a root or a session, but breaks it off after `limit`: then, and for
+  /// ever after with that handle, the call has failed with kErrorTimeout.
+  bool call(Handle handle, std::chrono::milliseconds limit, const std::function<bool()>& function);
   /// Keeps the reason of a failed call, which any later call of the system may overwrite.
   bool note(bool succeeded);
 
+  FtpTimeLimits limits_;
+  std::set<Handle> brokenOff_;             ///< closed in a call that took too long
+  std::map<Handle, Handle> enumerations_;  ///< the session of each
   ErrorNumber lastError_ = 0;
 };
 

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <algorithm>
 #include <chrono>
 #include <cstdint>
 
 namespace karvel {
 
-/// How long an FTP session waits.
+/// How long an FTP session may wait for its server.
 struct FtpTimeLimits {
   using Milliseconds = std::chrono::milliseconds;
 
@@ -23,28 +22,6 @@ struct FtpTimeLimits {
     constexpr std::uint64_t kStep = 10'000;
     return exchange() + static_cast<std::int64_t>(bytes / kStep) * (answer / 10);
   }
-};
-
-/// The time that is left to the running exchange and to its running step.
-class FtpTimeWatch {
- public:
-  using Milliseconds = FtpTimeLimits::Milliseconds;
-
-  void beginExchange(Milliseconds limit) { end_ = stepEnd_ = Clock::now() + limit; }
-  /// From here the next step may take `limit`, within its exchange.
-  void beginStep(Milliseconds limit) { stepEnd_ = Clock::now() + limit; }
-
-  /// 0 when the time is up.
-  [[nodiscard]] Milliseconds remaining() const {
-    const auto left = std::min(end_, stepEnd_) - Clock::now();
-    return std::max(Milliseconds{0}, std::chrono::ceil<Milliseconds>(left));
-  }
-
- private:
-  using Clock = std::chrono::steady_clock;
-
-  Clock::time_point end_;
-  Clock::time_point stepEnd_;
 };
 
 }  // namespace karvel
