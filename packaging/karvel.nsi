@@ -1,5 +1,5 @@
-; The installer for one user of a shop's machine. Defined from outside: VERSION, PROGRAM (the
-; executable), MANUAL (the folder of the manual's pages), ICON and OUTPUT.
+; The installer for one user of a shop's machine. Defined from outside: VERSION, PROGRAM and SETTINGS
+; (the executables), MANUAL (the folder of the manual's pages), ICON and OUTPUT.
 ;
 ; Switches besides NSIS' own /S and /D=folder:
 ;   /AUTOSTART=0   does not start the program with Windows; 1 does
@@ -27,6 +27,12 @@ AllowSkipFiles off
 !include WordFunc.nsh
 !include packaging\folder.nsh
 !include packaging\running.nsh
+
+Var wasRunning  ; 1 when stopProgram has ended a program
+
+!insertmacro defineStopping ""
+!insertmacro defineRequests "un."
+!insertmacro defineStopping "un."
 
 !define PRODUCT "るりはなリンク集計管理"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\karvel"
@@ -79,12 +85,13 @@ Section "!集計管理" ProgramSection
   File /r "${MANUAL}\*"
   SetOutPath "$INSTDIR"
   File "/oname=karvel.exe" "${PROGRAM}"
+  File "/oname=karvel-settings.exe" "${SETTINGS}"
   ; The program writes its log only into a folder that is there.
   CreateDirectory "$INSTDIR\Log"
   WriteUninstaller "$INSTDIR\karvel-uninstall.exe"
 
   CreateDirectory "${MENU_FOLDER}"
-  CreateShortcut "${MENU_FOLDER}\集計管理 接続設定.lnk" "$INSTDIR\karvel.exe" "-INIT"
+  CreateShortcut "${MENU_FOLDER}\集計管理 接続設定.lnk" "$INSTDIR\karvel-settings.exe"
   CreateShortcut "${MENU_FOLDER}\集計管理 説明書.lnk" "$INSTDIR\karvel-manual\manual.ja.html"
 
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "${PRODUCT}"
@@ -152,16 +159,6 @@ Function .onInstFailed
   ${EndIf}
 FunctionEnd
 
-; A resident program is asked through its settings; a second one would end at once.
-Function openSettings
-  Call isRunning
-  ${If} $0 = 1
-    WriteINIStr "$INSTDIR\karvel.hnb" "${REQUESTS}" "FTP INIT" "1"
-  ${Else}
-    Exec '"$INSTDIR\karvel.exe" -INIT'
-  ${EndIf}
-FunctionEnd
-
 ; The program's logs are named by six digits; the folder may hold somebody else's.
 Function un.deleteLogs
   FindFirst $0 $1 "$INSTDIR\Log\*.log"
@@ -187,6 +184,7 @@ Section "Uninstall"
 
   SetOutPath "$TEMP"
   Delete "$INSTDIR\karvel.exe"
+  Delete "$INSTDIR\karvel-settings.exe"
   RMDir /r "$INSTDIR\karvel-manual"
   Delete "$INSTDIR\karvel-uninstall.exe"
   RMDir "$INSTDIR\Log"

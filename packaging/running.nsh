@@ -1,13 +1,13 @@
-; Ends a running program through its own request key, so that it ends in order: with an interval
-; set it sends once more first.
+; A program that runs: requests to it by its settings file, and its end in order.
 
 !define REQUESTS "FTP INFOMATION"
 ; A last send run may have to wait for a server that does not answer.
 !define STOP_SECONDS 120
 
-Var wasRunning  ; 1 when stopProgram ended a program
+!define MESSAGE_TEXT 0xFFFF  ; the control of a message box
+!define PROCESS_QUERY_LIMITED_INFORMATION 0x1000
 
-!macro defineStopping un
+!macro defineRequests un
 
 ; Sets $0 to 1 while the program runs: Windows lets nobody write to its file then.
 Function ${un}isRunning
@@ -25,6 +25,49 @@ Function ${un}isRunning
   ${EndIf}
 FunctionEnd
 
+; Sets the request key $0 to $1. Settings are never created here: the program takes a file that lacks
+; keys as it is.
+Function ${un}request
+  ${If} ${FileExists} "$INSTDIR\karvel.hnb"
+    WriteINIStr "$INSTDIR\karvel.hnb" "${REQUESTS}" $0 $1
+  ${EndIf}
+FunctionEnd
+
+!macroend
+
+!macro defineStopping un
+
+; Sets $5 to 1 when the window $4 is a message box of the program in this folder: nothing else has a
+; text of that number.
+Function ${un}isProgramsBox
+  StrCpy $5 0
+  System::Call 'user32::GetDlgItem(p r4, i ${MESSAGE_TEXT}) p .r6'
+  ${If} $6 P= 0
+    Return
+  ${EndIf}
+  System::Call 'user32::GetWindowThreadProcessId(p r4, *i .r6)'
+  System::Call 'kernel32::OpenProcess(i ${PROCESS_QUERY_LIMITED_INFORMATION}, i 0, i r6) p .r6'
+  System::Call 'kernel32::QueryFullProcessImageNameW(p r6, i 0, w .r7, *i ${NSIS_MAX_STRLEN}) i .r8'
+  System::Call 'kernel32::CloseHandle(p r6)'
+  ${If} $8 <> 0
+  ${AndIf} $7 == "$INSTDIR\karvel.exe"
+    StrCpy $5 1
+  ${EndIf}
+FunctionEnd
+
+; Answers the program's message boxes: it reads no request while one is open. Each has the button OK
+; alone, for which its close box stands.
+Function ${un}answerBoxes
+  System::Call 'user32::FindWindowExW(p 0, p 0, w "#32770", p 0) p .r4'
+  ${DoWhile} $4 P<> 0
+    Call ${un}isProgramsBox
+    ${If} $5 = 1
+      System::Call 'user32::PostMessageW(p r4, i ${WM_CLOSE}, p 0, p 0)'
+    ${EndIf}
+    System::Call 'user32::FindWindowExW(p 0, p r4, w "#32770", p 0) p .r4'
+  ${Loop}
+FunctionEnd
+
 ; Sets $3 to the number of half seconds to wait for the end.
 Function ${un}readStopWait
   StrCpy $3 ${STOP_SECONDS}
@@ -37,15 +80,8 @@ Function ${un}readStopWait
   IntOp $3 $3 * 2
 FunctionEnd
 
-; Writes the request in $0. Settings are never created here: the program takes a file that lacks
-; keys as it is.
-Function ${un}request
-  ${If} ${FileExists} "$INSTDIR\karvel.hnb"
-    WriteINIStr "$INSTDIR\karvel.hnb" "${REQUESTS}" "FTP EXIT" $0
-  ${EndIf}
-FunctionEnd
-
-; Returns when no program runs; ends the installer when it does not come to that.
+; Returns when no program runs, with $wasRunning = 1 when one has been ended. With an interval set the
+; program sends once more first. Ends the installer when the program does not end.
 Function ${un}stopProgram
   StrCpy $wasRunning 0
   Call ${un}isRunning
@@ -56,9 +92,11 @@ Function ${un}stopProgram
 
   retry:
   DetailPrint "動作中の集計管理の終了を待っています..."
-  StrCpy $0 1
+  StrCpy $0 "FTP EXIT"
+  StrCpy $1 1
   Call ${un}request
   ${For} $2 1 $3
+    Call ${un}answerBoxes
     Sleep 500
     Call ${un}isRunning
     ${If} $0 = 0
@@ -68,7 +106,8 @@ Function ${un}stopProgram
   ${Next}
 
   ; A request left behind would end the program when nobody expects it.
-  StrCpy $0 0
+  StrCpy $0 "FTP EXIT"
+  StrCpy $1 0
   Call ${un}request
   MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "集計管理を終了できませんでした。$\r$\n画面が開いているときは閉じ、通知領域のアイコンを右クリックして「常駐停止」を選んでから、やり直して下さい。" /SD IDCANCEL IDRETRY retry
   SetErrorLevel 3
@@ -77,5 +116,16 @@ FunctionEnd
 
 !macroend
 
-!insertmacro defineStopping ""
-!insertmacro defineStopping "un."
+!insertmacro defineRequests ""
+
+; A resident program shows its panel on request; a second one would end at once.
+Function openSettings
+  Call isRunning
+  ${If} $0 = 1
+    StrCpy $0 "FTP INIT"
+    StrCpy $1 1
+    Call request
+  ${Else}
+    Exec '"$INSTDIR\karvel.exe" -INIT'
+  ${EndIf}
+FunctionEnd

@@ -5,8 +5,10 @@ import hashlib
 import os
 import re
 import shutil
+import socket
 import subprocess
 import tempfile
+import time
 import unittest
 import zipfile
 from pathlib import Path
@@ -117,9 +119,13 @@ class SetupTest(unittest.TestCase):
     def menu(self):
         return (machine.user_folder / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs" / PRODUCT)
 
-    def start_resident(self):
-        self.write("karvel.hnb", RESIDENT_SETTINGS.format(folder=windows_path(self.folder),
-                                                          out=windows_path(self.out)))
+    def start_resident(self, **changes):
+        settings = RESIDENT_SETTINGS.format(folder=windows_path(self.folder),
+                                            out=windows_path(self.out))
+        for key, value in changes.items():
+            key = key.replace("_", " ")
+            settings = re.sub(f"{key}=.*\r\n", "", settings) + f"{key}={value}\r\n"
+        self.write("karvel.hnb", settings)
         self.write("karvel.ini", TICKET_SETTINGS)
         # Also the one that an upgrade starts.
         self.addCleanup(machine.run, "taskkill", "/f", "/im", "karvel.exe")
@@ -134,7 +140,8 @@ class SetupTest(unittest.TestCase):
 
         installed = content_of(self.folder)
         self.assertEqual(installed.pop("karvel.exe"), PROGRAM.read_bytes())
-        installed.pop("karvel-uninstall.exe")
+        for own in ("karvel-settings.exe", "karvel-uninstall.exe"):
+            installed.pop(own)
         self.assertIn("karvel-manual/manual.ja.html", installed)
         self.assertEqual([name for name in installed if not name.startswith("karvel-manual/")], [])
         self.assertEqual(work_files(installed), [])
@@ -146,7 +153,7 @@ class SetupTest(unittest.TestCase):
                           entry["UninstallString"]),
                          (PRODUCT, VERSION, folder, f'"{folder}\\karvel-uninstall.exe"'))
         self.assertEqual(machine.registry_values(RUN_KEY)["karvel"], f'"{folder}\\karvel.exe"')
-        self.assertIn("-INIT".encode("utf-16-le"),
+        self.assertIn(b"\\karvel-settings.exe\0",
                       (self.menu() / "集計管理 接続設定.lnk").read_bytes())
 
         self.write("karvel.ini", TICKET_SETTINGS)
@@ -195,6 +202,35 @@ class SetupTest(unittest.TestCase):
         self.assertEqual(left, {"karvel.hnb", "karvel.ini", "kvserver.ini", "temp/240105_1.tmp"})
         self.assertEqual(re.sub("FTP EXIT=1", "FTP EXIT=0", self.settings), before)
         self.assertIn("GRUP NAME=ソ連絡先表\r\n", before)
+
+    def test_an_upgrade_answers_the_message_of_a_failing_shop(self):
+        self.assertEqual(self.set_up(), DONE)
+        with socket.create_server(("127.0.0.1", 0)) as site:
+            site.settimeout(60)
+            run = self.start_resident(FTP_TYPE=1, FTP_CHKF=1, FTP_SEVE="127.0.0.1", FTP_FOLD="f",
+                                      FTP_NAME="n", FTP_PASS="p", FTP_PORT=site.getsockname()[1])
+            for request_after in ("0", "1"):
+                self.ask_for("EXIT", "1")
+                with site.accept()[0]:
+                    # Taken back during the run, the request makes a run, but no end.
+                    self.ask_for("EXIT", request_after)
+                machine.wait_until(lambda: b" Snd Exit" in self.log(), "the first failure")
+                time.sleep(1)
+            machine.wait_until(lambda: "" in machine.windows(), "the untitled message box")
+        self.assertEqual(self.set_up("/STOPWAIT=20"), DONE)
+        run.wait(60)
+
+    def ask_for(self, request, value):
+        self.write("karvel.hnb", re.sub(f"FTP {request}=.", f"FTP {request}={value}", self.settings))
+
+    def test_the_start_menu_opens_the_settings_whether_the_program_runs_or_not(self):
+        self.assertEqual(self.set_up(), DONE)
+        self.start_resident()
+        for _ in range(2):
+            self.assertEqual(machine.run(self.folder / "karvel-settings.exe"), 0)
+            machine.wait_until(machine.windows, "the panel")
+            machine.run("taskkill", "/f", "/im", "karvel.exe")
+            machine.wait_for_no_window()
 
     def test_the_uninstaller_removes_settings_and_logs_when_told_to(self):
         self.assertEqual(self.set_up(), DONE)
