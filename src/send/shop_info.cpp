@@ -12,7 +12,8 @@ constexpr std::size_t kIdentifierLength = 7;
 constexpr const char* kExtension = ".inf";
 
 bool isValidIdentifier(const std::string& identifier) {
-  return characterCount(identifier) == kIdentifierLength && numericValue(identifier) > 0;
+  return characterCount(identifier) == kIdentifierLength && numericValue(identifier) > 0 &&
+         isPlainName(identifier);
 }
 
 }  // namespace
@@ -34,7 +35,7 @@ void ShopInfo::Ftp_ShopFold(Delivery& destination) {
 void ShopInfo::removePrevious(const std::string& identifier, Delivery& destination) {
   const std::string previous = settings_.read(own::kPreviousShop);
   if (previous == identifier) return;
-  if (!previous.empty()) destination.removeFile(previous + kExtension);
+  if (!previous.empty() && isPlainName(previous)) destination.removeFile(previous + kExtension);
   settings_.write(own::kPreviousShop, identifier);
 }
 

@@ -16,8 +16,9 @@ class ShopInfo {
   ShopInfo(IniRedWrt& settings, RunLog& log, Files& files, const std::string& programFolder);
 
   /// Removes the file of a previous identifier from the destination, then makes, delivers and
-  /// deletes the current one. Without a valid identifier (seven characters, a positive number)
-  /// nothing is done. Failures are ignored.
+  /// deletes the current one. Without a valid identifier (seven characters, a positive number, no
+  /// path) nothing is done; a previous identifier with a path removes nothing. Failures are
+  /// ignored.
   void Ftp_ShopFold(Delivery& destination);
 
  private:

@@ -7,6 +7,7 @@
 #include "text/code_page.h"
 #include "text/numeric_value.h"
 #include "text/path.h"
+#include "text/strings.h"
 
 namespace karvel {
 namespace {
@@ -39,11 +40,13 @@ std::string StatisticsTable::Make_StatFile(const std::string& dateKey) {
   if (!dateKey.empty() && !desks_.hasDay(dateKey)) return {};
 
   const Day day = dayOf(dateKey);
+  const std::string name = form_.text(FtpForm::Field::kShopCode) + "_" + day.key + ".txt";
+  if (!isPlainName(name) || contains(name, "..")) return {};
+
   std::string table(kHeader);
   const int desks = deskCount();
   for (int desk = 1; desk <= desks; ++desk) table += row(day, desk);
 
-  const std::string name = form_.text(FtpForm::Field::kShopCode) + "_" + day.key + ".txt";
   const bool written = files_.write(joinPath(programFolder_, name), toCodePage932(table));
   return written ? name : std::string();
 }

@@ -18,9 +18,9 @@ class StatisticsTable {
                   Clock& clock, std::string programFolder);
 
   /// Makes "<shop code>_<day key>.txt" in the program's folder, replacing an older one, and
-  /// returns its name; "" when there is no shop code, no such day, or the file cannot be written.
-  /// An empty date key is the current business day. A table of an earlier day ("yymmdd") draws on
-  /// that day's own files and carries its date.
+  /// returns its name; "" when there is no shop code, no such day, a path or ".." in the name, or
+  /// the file cannot be written. An empty date key is the current business day. A table of an
+  /// earlier day ("yymmdd") draws on that day's own files and carries its date.
   [[nodiscard]] std::string Make_StatFile(const std::string& dateKey);
 
  private:

@@ -88,6 +88,23 @@ TEST_F(Export, TakesTheTimeOncePerTable) {
   EXPECT_EQ(rows.substr(0, 19), second.substr(0, 19));
 }
 
+TEST_F(Export, StaysInItsFoldersWhateverTheSettingsSay) {
+  files.folders.insert({path("00345_x"), outPath("00345_x"), path("1")});
+  for (const char* name : {"x/y", "x\\y", "x:y", ".."}) {
+    const std::string victim = outPath(name) + ".inf";
+    files.files[victim].content = "of somebody else";
+    setTicket("USER INFOMATION", "TODAY", name);
+    setOwn("GRUP BACK", name);
+    open();
+    EXPECT_EQ(send(), kNotSent) << name;
+    EXPECT_EQ(files.exists(victim), std::string_view(name) != "..") << name;
+    EXPECT_EQ(own("GRUP BACK"), "1200345");
+  }
+  setOwn("GRUP CODE", "1/");
+  send();
+  EXPECT_FALSE(infoWritten());
+}
+
 TEST_F(Export, DropsUpToTwoSeparatorsAndReplacesACopy) {
   open();
   for (const std::size_t separators : {1U, 2U, 3U}) {
