@@ -59,6 +59,10 @@ class Files {
   /// target is deleted.
   [[nodiscard]] virtual bool copy(const std::string& source, const std::string& target) = 0;
 
+  /// Gives a file another name in its folder, replacing a file of that name in one step. False,
+  /// with both as they were, when `to` is read-only or a folder.
+  [[nodiscard]] virtual bool rename(const std::string& from, const std::string& to) = 0;
+
   /// The attribute bits above, or empty when the path is missing.
   [[nodiscard]] virtual std::optional<std::uint32_t> attributes(const std::string& path) = 0;
 

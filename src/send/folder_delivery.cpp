@@ -10,6 +10,12 @@ namespace {
 constexpr std::chrono::milliseconds kSettlingPause{200};
 constexpr int kDroppedSeparators = 2;
 
+/// The name of a copy that is not complete yet: the shop's part of the name, which is the same for
+/// every day, so the next run replaces what a killed one has left.
+std::string temporaryName(std::string_view name) {
+  return std::string(name.substr(0, name.find_first_of("_."))) + ".part";
+}
+
 }  // namespace
 
 bool FolderDelivery::Copy_OutFold(const std::string& sourceFolder, const std::string& name,
@@ -33,11 +39,17 @@ bool FolderDelivery::Copy_OutFold(const std::string& sourceFolder, const std::st
 
 void FolderDelivery::Copy_File(std::string_view source, std::string_view folder,
                                std::string_view name) {
+  const std::string from(trimmed(source));
   std::string target(trimmed(folder));
   if (!name.empty() && name.front() != kSeparator) target += kSeparator;
+  const std::string temporary = target + temporaryName(trimmed(name));
   target += trimmed(name);
-  // The caller looks for the copy itself.
-  static_cast<void>(files_.copy(std::string(trimmed(source)), target));
+
+  // Head office collects what it finds: a file gets its name when it is complete.
+  if (files_.copy(from, temporary) && files_.rename(temporary, target)) return;
+  files_.remove(temporary);
+  // Not every folder allows that. The caller looks for the copy itself.
+  static_cast<void>(files_.copy(from, target));
 }
 
 }  // namespace karvel

@@ -10,7 +10,8 @@
 
 namespace karvel {
 
-/// Delivery into the output folder that the panel shows.
+/// Delivery into the output folder that the panel shows. A file gets its name there when its copy
+/// is complete, where the folder allows a temporary name ("*.part") and a rename.
 class FolderDelivery final : public Delivery {
  public:
   FolderDelivery(const FtpForm& form, Files& files, Clock& clock)

@@ -129,6 +129,21 @@ TEST_F(FilesContract, AFailedCopyLeavesTheTargetAsItWas) {
   EXPECT_FALSE(folder.has("new"));
 }
 
+TEST_F(FilesContract, RenamesOverAnOrdinaryFileAlone) {
+  const std::string from = folder.add("能.part", "new");
+  for (const std::string& to : {addReadOnly("read only", "old"), folder.addFolder("a folder")}) {
+    EXPECT_FALSE(files->rename(from, to)) << to;
+  }
+  EXPECT_EQ(ScratchFolder::content(folder.path("read only")), "old");
+  for (const std::string& to : {folder.add("old", "old"), folder.path("表.txt")}) {
+    folder.add("能.part", "new");
+    EXPECT_TRUE(files->rename(from, to)) << to;
+    EXPECT_EQ(ScratchFolder::content(to), "new");
+    EXPECT_FALSE(folder.has("能.part"));
+  }
+  EXPECT_FALSE(files->rename(from, folder.path("missing")));
+}
+
 TEST_F(FilesContract, TellsAndSetsAttributes) {
   const std::string path = folder.add("file", "x");
   EXPECT_EQ(files->attributes(path), Files::kNormal);

@@ -67,6 +67,10 @@ bool FakeFiles::copy(const std::string& source, const std::string& target) {
   return content && write(target, *content);
 }
 
+bool FakeFiles::rename(const std::string& from, const std::string& to) {
+  return copy(from, to) && remove(from);
+}
+
 std::optional<std::uint32_t> FakeFiles::attributes(const std::string& path) {
   if (folders.contains(path)) return kDirectory;
   const auto found = files.find(path);

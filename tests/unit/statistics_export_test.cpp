@@ -117,6 +117,20 @@ TEST_F(Export, DropsUpToTwoSeparatorsAndReplacesACopy) {
   }
 }
 
+TEST_F(Export, CopiesUnderATemporaryNameWhereTheFolderTakesOne) {
+  const std::string temporary = outPath("00345.part");
+  files.files[temporary].content = "left by a killed run";
+  open();
+  EXPECT_EQ(send(), kSent);
+  const auto& written = files.written;
+  EXPECT_EQ(std::count(written.begin(), written.end(), temporary), 1);
+  EXPECT_FALSE(files.exists(temporary));
+
+  files.unwritable = {temporary};
+  EXPECT_EQ(send(), kSent);
+  EXPECT_TRUE(table().starts_with("日付"));
+}
+
 TEST_F(Export, DeliversTheShopInformation) {
   setTicket("FTP INFOMATION", "FTP GRUP", "web1");
   setTicket("FTP INFOMATION", "FTP USER", "user1");

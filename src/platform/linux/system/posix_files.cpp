@@ -148,6 +148,11 @@ bool PosixFiles::copy(const std::string& source, const std::string& target) {
   return good;
 }
 
+bool PosixFiles::rename(const std::string& from, const std::string& to) {
+  const auto old = statusOf(to);
+  return !(old && isReadOnly(*old)) && ::rename(from.c_str(), to.c_str()) == 0;
+}
+
 std::optional<std::uint32_t> PosixFiles::attributes(const std::string& path) {
   struct stat status {};
   if (stat(path.c_str(), &status) != 0) return std::nullopt;

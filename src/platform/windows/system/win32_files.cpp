@@ -136,6 +136,12 @@ bool Win32Files::copy(const std::string& source, const std::string& target) {
   return false;
 }
 
+bool Win32Files::rename(const std::string& from, const std::string& to) {
+  // Not every file system refuses a read-only file to a super user.
+  return !isReadOnly(to) &&
+         MoveFileExW(toWide(from).c_str(), toWide(to).c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
+}
+
 std::optional<std::uint32_t> Win32Files::attributes(const std::string& path) {
   const DWORD bits = GetFileAttributesW(toWide(path).c_str());
   if (bits == INVALID_FILE_ATTRIBUTES) return std::nullopt;
