@@ -43,17 +43,13 @@ class FtpServersTest(ShopTest):
         shop.send_once()
         self.check_delivered(shop, server.folder.files(FOLDER))
 
-    def test_pyftpdlib_passive(self):
-        self.check_new_and_existing(PyftpdServer(self), passive=True)
+    def test_pyftpdlib(self):
+        for passive in (True, False):
+            self.check_new_and_existing(PyftpdServer(self), passive)
 
-    def test_pyftpdlib_active(self):
-        self.check_new_and_existing(PyftpdServer(self), passive=False)
-
-    def test_vsftpd_passive(self):
-        self.check_new_and_existing(VsftpdServer(self), passive=True)
-
-    def test_vsftpd_active(self):
-        self.check_new_and_existing(VsftpdServer(self), passive=False)
+    def test_vsftpd(self):
+        for passive in (True, False):
+            self.check_new_and_existing(VsftpdServer(self), passive)
 
     def test_a_wrong_password_is_shown_nowhere(self):
         server = PyftpdServer(self)

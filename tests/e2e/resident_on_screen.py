@@ -97,7 +97,7 @@ class End(ScreenTest):
                 if opened == PANEL:
                     screen.close_window()
                 else:
-                    run.signal(signal.SIGTERM)
+                    run.process.send_signal(signal.SIGTERM)
                 run.expect_end()
                 self.assertFalse((shop.folder / "work.txt").exists())
                 self.assertEqual(shop.delivered(), {})

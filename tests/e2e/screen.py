@@ -1,5 +1,7 @@
 """A screen of a test's own, with a window manager and a notification area, and a hand on it."""
 
+import functools
+import json
 import os
 import re
 import select
@@ -208,11 +210,15 @@ class Screen:
         self.wait_until(lambda: not self.popup(), "the menu's end")
 
 
+@functools.cache
+def forms():
+    """The tables of the forms, as the program itself was built with them."""
+    return json.loads(subprocess.run([os.environ["KARVEL_FORM_TABLES"]], check=True,
+                                     stdout=subprocess.PIPE).stdout)
+
+
 class FormWindow:
     """A form's window, and where its table has put the controls."""
-
-    TABLES = {"FtpForm": "ftp_form_table.cpp", "GrpForm": "grp_form_table.cpp",
-              "UserForm": "user_form_table.cpp"}
 
     def __init__(self, screen, number):
         self.screen = screen
@@ -220,16 +226,18 @@ class FormWindow:
 
     def press(self, form, caption, times=1):
         """Clicks on the control of that caption or, for a field, name."""
-        table = (SOURCE / "src" / "ui" / self.TABLES[form]).read_text(encoding="utf-8")
-        rects = re.findall(rf'"{re.escape(caption)}",\s*\{{(\d+), (\d+), (\d+), (\d+)\}}', table)
-        width, height = re.search(rf'"{form}", "[^"]*", (\d+), (\d+)', table).groups()
+        table = forms()[form]
         # A field's label comes before it, under the same words.
-        left, top, across, down = map(int, rects[-1])
+        left, top, across, down = [
+            control["rect"] for control in table["controls"]
+            if caption in (control["caption"], control["accessibleName"])
+            and not control["hidden"]][-1]
+        width, height = table["size"]
         about = self.screen.ask("xwininfo", "-id", self.number)
         x, y, wide, high = (int(re.search(rf"{what}: +(-?\d+)", about)[1]) for what in
                             ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
-        self.screen.click(x + (2 * left + min(across, 20)) * wide // (2 * int(width)),
-                          y + (2 * top + down) * high // (2 * int(height)), times=times)
+        self.screen.click(x + (2 * left + min(across, 20)) * wide // (2 * width),
+                          y + (2 * top + down) * high // (2 * height), times=times)
 
     def fill(self, form, caption, text):
         self.press(form, caption)

@@ -26,8 +26,6 @@ class SetUp(ScreenTest):
 
         (shop.folder / "work.txt").write_text("x")
         screen.choose(3)
-        screen.wait_for_window(PANEL)
-        screen.picture("12-closing")
         run.expect_end()
         self.assertFalse((shop.folder / "work.txt").exists())
         self.assertEqual(screen.icon(), None)

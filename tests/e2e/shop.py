@@ -3,7 +3,6 @@
 import os
 import re
 import shutil
-import signal
 import subprocess
 import tempfile
 import time
@@ -29,15 +28,6 @@ END_SECONDS = 120
 class ShopTest(unittest.TestCase):
     def shop(self, *options):
         return Shop(self, *options)
-
-    def started(self, part, *damages):
-        """Name, shop and run of a program for each damage to a file or folder, side by side."""
-        runs = []
-        for damage in damages:
-            shop = self.shop("--receptions", "1")
-            damage(getattr(shop, part))
-            runs.append((damage.__name__, shop, shop.start()))
-        return runs
 
 
 class Shop:
@@ -186,6 +176,7 @@ class Run:
 
     def wait_for_tick(self):
         """Waits until a tick has answered a settings request."""
+        self.wait_for_start()
         self.request("FTP INIT", 1)
         self.wait_until(lambda: self.shop.setting("FTP INIT") == "0", "settings request answered")
 
@@ -198,9 +189,6 @@ class Run:
         position = self.shop.own_settings.read_bytes().index(f"{key}=".encode()) + len(key) + 1
         with open(self.shop.own_settings, "r+b", buffering=0) as file:
             os.pwrite(file.fileno(), str(value).encode(), position)
-
-    def signal(self, number=signal.SIGTERM):
-        self.process.send_signal(number)
 
     def expect_end(self, status=0, error="", seconds=END_SECONDS):
         """The program ends by itself with this status, and has said only this."""
