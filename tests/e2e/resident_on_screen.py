@@ -4,7 +4,7 @@ import shutil
 import signal
 
 from screen_case import ScreenTest
-from shop import SHOP_INFO, TABLE
+from shop import TABLE
 
 PANEL = "集計管理"
 GROUP_DIALOG = "グループ登録"
@@ -47,25 +47,6 @@ class Resident(ScreenTest):
         shop.out.mkdir()
         shop.out.chmod(0o777)
         panel.press("FtpForm", "OK")
-        screen.wait_for_icon("normal")
-        self.end_on_request(shop, run)
-
-    def test_shift_sends_every_day(self):
-        shop, screen, run = self.start("--days", "3", arguments=("-INIT",))
-        panel = screen.wait_for_window(SHOP_CAPTION)
-        screen.hold("Shift_L")
-        panel.press("FtpForm", "手動転送")
-        days = ("240102", "240103", "240104")
-        run.wait_for_runs(1)
-        screen.let_go("Shift_L")
-        screen.picture("23-every-day-sent")
-        self.assertEqual(set(shop.delivered()),
-                         {SHOP_INFO, *(f"00345_{day}.txt" for day in days)})
-
-        panel.press("FtpForm", "手動転送")
-        run.wait_for_runs(2)
-        self.assertIn(TABLE, shop.delivered())
-        screen.key("Escape")
         screen.wait_for_icon("normal")
         self.end_on_request(shop, run)
 

@@ -131,12 +131,6 @@ class Screen:
     def key(self, *keys):
         self.ask("xdotool", "key", "--delay", "20", *keys)
 
-    def hold(self, key):
-        self.ask("xdotool", "keydown", key)
-
-    def let_go(self, key):
-        self.ask("xdotool", "keyup", key)
-
     def click(self, x, y, button=1, times=1):
         self.ask("xdotool", "mousemove", str(x), str(y),
                  "click", "--repeat", str(times), "--delay", "60", str(button))

@@ -14,9 +14,6 @@ Fake& put(std::unique_ptr<Port>& place, std::unique_ptr<Fake> fake) {
   return reference;
 }
 
-constexpr const char* kOwn = "karvel.hnb";
-constexpr const char* kTicket = "karvel.ini";
-
 }  // namespace
 
 ShopWorld::ShopWorld()
@@ -56,24 +53,13 @@ void ShopWorld::tick(int count) {
   for (int i = 0; i < count; ++i) desktop.timer->pass();
 }
 
-std::string ShopWorld::own(const std::string& key) {
-  const std::string& text = files.files[path(kOwn)].content;
-  return fromCodePage932(FakeProfile::valueIn(text, "FTP INFOMATION", key));
+std::string ShopWorld::value(const char* file, const std::string& section, const std::string& key) {
+  return fromCodePage932(FakeProfile::valueIn(files.files[path(file)].content, section, key));
 }
 
-void ShopWorld::setOwn(const std::string& key, const std::string& value) {
-  std::string& text = files.files[path(kOwn)].content;
-  text = FakeProfile::withValue(text, "FTP INFOMATION", key, toCodePage932(value));
-}
-
-std::string ShopWorld::ticket(const std::string& section, const std::string& key) {
-  const std::string& text = files.files[path(kTicket)].content;
-  return fromCodePage932(FakeProfile::valueIn(text, section, key));
-}
-
-void ShopWorld::setTicket(const std::string& section, const std::string& key,
-                          const std::string& value) {
-  std::string& text = files.files[path(kTicket)].content;
+void ShopWorld::setValue(const char* file, const std::string& section, const std::string& key,
+                         const std::string& value) {
+  std::string& text = files.files[path(file)].content;
   text = FakeProfile::withValue(text, section, key, toCodePage932(value));
 }
 
@@ -83,18 +69,6 @@ void ShopWorld::useOwnSite() {
   setOwn("FTP NAME", "shop");
   setOwn("FTP PASS", "secret");
   setOwn("FTP CHKF", "1");
-}
-
-void ShopWorld::putReceptions(const std::string& dayKey, int desk,
-                              const std::vector<std::string>& lines) {
-  std::string text;
-  for (const std::string& line : lines) text += line + "\r\n";
-  const std::string name = dayKey + "_" + std::to_string(desk) + ".tmp";
-  files.files[joinPath(path("temp"), name)].content = toCodePage932(text);
-}
-
-std::string ShopWorld::handled(const std::string& issueTime, const std::string& callTime) {
-  return "1\t" + issueTime + "\t" + callTime + "\t\t済\t\t\t\t\t\t";
 }
 
 std::string ShopWorld::path(const std::string& name) {

@@ -38,17 +38,19 @@ class ShopWorld {
   void tick(int count = 1);
 
   // Settings in the files, as another program sees and changes them.
-  std::string own(const std::string& key);
-  void setOwn(const std::string& key, const std::string& value);
-  std::string ticket(const std::string& section, const std::string& key);
-  void setTicket(const std::string& section, const std::string& key, const std::string& value);
+  std::string own(const std::string& key) { return value(kOwn, kOwnSection, key); }
+  void setOwn(const std::string& key, const std::string& to) {
+    setValue(kOwn, kOwnSection, key, to);
+  }
+  std::string ticket(const std::string& section, const std::string& key) {
+    return value(kTicket, section, key);
+  }
+  void setTicket(const std::string& section, const std::string& key, const std::string& to) {
+    setValue(kTicket, section, key, to);
+  }
 
   /// Turns the shop's settings to the user's own FTP site.
   void useOwnSite();
-  /// Puts a desk's reception file of a day in place, given as UTF-8 lines without line ends.
-  void putReceptions(const std::string& dayKey, int desk, const std::vector<std::string>& lines);
-  /// One handled reception.
-  static std::string handled(const std::string& issueTime, const std::string& callTime);
 
   static std::string path(const std::string& name);     ///< in the program's folder
   static std::string outPath(const std::string& name);  ///< in the output folder
@@ -59,6 +61,14 @@ class ShopWorld {
   [[nodiscard]] std::string logPath() const;
 
  private:
+  static constexpr const char* kOwn = "karvel.hnb";
+  static constexpr const char* kOwnSection = "FTP INFOMATION";
+  static constexpr const char* kTicket = "karvel.ini";
+
+  std::string value(const char* file, const std::string& section, const std::string& key);
+  void setValue(const char* file, const std::string& section, const std::string& key,
+                const std::string& value);
+
   std::unique_ptr<Program> program_;
 };
 

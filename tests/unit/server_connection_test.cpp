@@ -51,18 +51,6 @@ TEST_F(OwnSite, OpensWithThePanelsAccount) {
   }
 }
 
-TEST_F(OwnSite, SaysNothingWhenTheAccountIsIncomplete) {
-  form.MsgLabel.setCaption("before");
-  for (const auto field : {Field::kServer, Field::kAccount, Field::kPassword}) {
-    const std::string kept = form.text(field);
-    type(field, "");
-    EXPECT_FALSE(open(""));
-    type(field, kept);
-  }
-  EXPECT_EQ(status(), "before");
-  EXPECT_EQ(internet.calls, Calls{});
-}
-
 TEST_F(OwnSite, TellsWhyTheLoginFailed) {
   type(Field::kServer, "  ");
   refuse("connect", {12029});
@@ -158,18 +146,6 @@ TEST_F(ServiceSite, BuildsItsAccountFromTheTicketApplicationsSettings) {
   }
 }
 
-TEST_F(ServiceSite, SaysNothingWhenItsAccountIsIncomplete) {
-  form.MsgLabel.setCaption("before");
-  for (const char* key : {"FTP USER", "FTP CODE"}) {
-    const std::string kept = settings.ReadIni(section::kFtp, key, settings.TicketIniPath);
-    setTicket(section::kFtp, key, "");
-    EXPECT_FALSE(connection.Ftp_Open());
-    setTicket(section::kFtp, key, kept);
-  }
-  EXPECT_EQ(status(), "before");
-  EXPECT_EQ(internet.calls, Calls{});
-}
-
 TEST_F(ServiceSite, ReadsAServerListWhateverItHolds) {
   const struct {
     std::string text;
@@ -178,14 +154,12 @@ TEST_F(ServiceSite, ReadsAServerListWhateverItHolds) {
     std::string ftp;
   } cases[] = {
       {"0004 a\r\n0003 b\r\n0005 c\r\n", "a", "b", "c"},
-      {"4    a\n3    b\n5    c", "a", "b", "c"},
       {"4abcda\r\n  4 =b\r\n3...=m", "b", "m", kDomain},
       {"0004= a b ", " a b ", kDomain, kDomain},
       {"0004 a\r\n0004    \r\n0004\r\n004 b", "a", kDomain, kDomain},
       {"0006 a\r\n0000 b\r\n-004 c\r\n4.5  d\r\n000４ e\r\n0044 f", kHost, kDomain, kDomain},
       {"表示ソ能x0004 a\r\n0004表b\r\n", "b", kDomain, kDomain},
       {std::string("\0\0\xFF\n\r\r\n", 6) + "\n0004 a", "a", kDomain, kDomain},
-      {"", kHost, kDomain, kDomain},
   };
   for (const auto& c : cases) {
     putList(c.text);
