@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ftp/ftp_session.h"
+#include "ftp/site_session.h"
 #include "platform/platform.h"
 #include "send/folder_delivery.h"
 #include "send/panel_commands.h"

@@ -9,7 +9,7 @@ constexpr const char* kLineBreak = "\r\n";
 /// Delivery into the current folder of an open session.
 class SiteDelivery final : public Delivery {
  public:
-  explicit SiteDelivery(FtpSession& session) : session_(session) {}
+  explicit SiteDelivery(SiteSession& session) : session_(session) {}
 
   bool putFile(const std::string& folder, const std::string& name) override {
     return session_.Ftp_PutFile(folder, name);
@@ -17,7 +17,7 @@ class SiteDelivery final : public Delivery {
   void removeFile(const std::string& name) override { session_.Ftp_DeleteListed(name); }
 
  private:
-  FtpSession& session_;
+  SiteSession& session_;
 };
 
 }  // namespace
@@ -53,7 +53,7 @@ void SendRun::sendToFolder(SendMode mode) {
 }
 
 void SendRun::sendToSite(SendMode mode) {
-  FtpSession session(site_);
+  SiteSession session(site_);
   if (!session.Ftp_Open()) {
     connectionFailed(mode);
     return;

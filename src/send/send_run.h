@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "ftp/ftp_session.h"
+#include "ftp/site_session.h"
 #include "platform/desktop.h"
 #include "send/folder_delivery.h"
 #include "send/send_settings.h"

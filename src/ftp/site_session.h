@@ -22,9 +22,9 @@ struct FtpSite {
 
 /// One send run at an FTP server: the session object and all that works on it. Not connected when
 /// made; its end closes whatever is still open.
-class FtpSession {
+class SiteSession {
  public:
-  explicit FtpSession(const FtpSite& site)
+  explicit SiteSession(const FtpSite& site)
       : clsFtp_(site.internet,
                 [&form = site.form](std::int32_t ErrNumber, const std::string& ErrString) {
                   form.clsFtp_FTPFrr(ErrNumber, ErrString);
