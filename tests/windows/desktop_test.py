@@ -21,31 +21,6 @@ class Resident(OnWindows, resident_on_screen.Resident):
 
 
 class Windows(OnWindows):
-    def test_the_account_dialog_by_keys(self):
-        shop = self.shop("--receptions", "1")
-        screen = self.screen()
-        run = shop.start("-INIT", screen=screen)
-        screen.wait_for_window(PANEL)
-        screen.key("Down", "Tab", "space")
-        screen.wait_for_window("ユーザーサイト設定")
-        for text in ("ftp.shop.example", "a&b", "noto", "pass1"):
-            screen.type(text)
-            screen.key("Tab")
-        screen.type("1234567")
-        screen.key("Tab", "Tab", "space")
-        screen.picture("30-account-dialog")
-        screen.key("Return")
-        screen.wait_for_window(PANEL)
-        screen.picture("31-own-site")
-
-        # OK, off the button that has the focus: the new destination has not been reached yet, so
-        # the program ends.
-        screen.key("Tab", "Return")
-        run.expect_end()
-        keys = ("FTP TYPE", "FTP SEVE", "FTP FOLD", "FTP NAME", "FTP PASS", "FTP PORT", "FTP PSIV")
-        self.assertEqual([shop.setting(key) for key in keys],
-                         ["1", "ftp.shop.example", "a&b", "noto", "pass1", "12345", "0"])
-
     def test_the_minimised_panel_and_the_end_of_the_session(self):
         shop = self.shop("--receptions", "1")
         screen = self.screen()
@@ -60,15 +35,10 @@ class Windows(OnWindows):
         self.assertFalse(work_file.exists())
         self.assertEqual(shop.delivered(), {})
 
-    def test_starts_that_end_when_they_are_answered(self):
+    def test_a_message_at_the_start_is_answered_by_a_key(self):
         shop = self.shop()
-        screen = self.screen()
-        run = shop.start("-GRUP", screen=screen)
-        screen.wait_for_window(resident_on_screen.GROUP_DIALOG)
-        screen.key("Escape")
-        run.expect_end()
-
         shop.ticket_settings.unlink()
+        screen = self.screen()
         run = shop.start(screen=screen)
         screen.wait_for_window(resident_on_screen.PANEL)
         screen.picture("32-message")
