@@ -48,6 +48,13 @@ std::string fixedWidth(std::string_view utf8, std::size_t width) {
   return slot;
 }
 
+std::string inOneLine(std::string_view text) {
+  std::string line(text);
+  std::replace_if(
+      line.begin(), line.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+  return line;
+}
+
 std::string zeroPadded(std::string_view digits, std::size_t width) {
   std::string padded(width, '0');
   padded.append(digits);

@@ -27,6 +27,9 @@ std::string_view lastCharacters(std::string_view utf8, std::size_t count);
 /// A text slot of fixed width: left-aligned, padded with blanks, cut after `width` characters.
 std::string fixedWidth(std::string_view utf8, std::size_t width);
 
+/// With a blank for each line end and other control character.
+std::string inOneLine(std::string_view text);
+
 /// `digits` with zeros in front and only the rightmost `width` characters kept.
 std::string zeroPadded(std::string_view digits, std::size_t width);
 
