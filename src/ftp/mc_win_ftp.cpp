@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "text/code_page.h"
+#include "text/server_text.h"
+#include "text/strings.h"
 
 namespace karvel {
 namespace {
@@ -90,16 +92,17 @@ std::string McWinFTP::CurDir() {
     ReportError(internet_.lastError());
     return {};
   }
-  return fromCodePage932(*folder);
+  return names_.read(*folder);
 }
 
 void McWinFTP::CurDir(const std::string& szDir) {
   const bool separatorFirst = szDir.starts_with('/') || szDir.starts_with('\\');
   const std::string folder = separatorFirst ? szDir.substr(1) : szDir;
-  reported(internet_.setCurrentDirectory(hFTP_, toCodePage932(folder)));
+  reported(internet_.setCurrentDirectory(hFTP_, names_.written(folder)));
 }
 
 void McWinFTP::OpenSession() {
+  if (hInternet_ == 0) return;  // announced when the library did not open
   const Internet::Account account{absentIfEmpty(remoteHost_), port_, absentIfEmpty(user_),
                                   absentIfEmpty(password_)};
   hFTP_ = internet_.connect(hInternet_, account, connectFlags_);
@@ -116,23 +119,24 @@ std::int32_t McWinFTP::PutFile(const std::string& szLocalFile, const std::string
                                std::int32_t nTransfer) {
   const std::uint32_t type =
       nTransfer == kTextTransfer ? Internet::kTransferAscii : Internet::kTransferBinary;
-  return reported(internet_.putFile(hFTP_, szLocalFile, toCodePage932(szRemoteFile), type));
+  return reported(internet_.putFile(hFTP_, szLocalFile, names_.written(szRemoteFile), type));
 }
 
 std::int32_t McWinFTP::RenameFile(const std::string& szExistFile, const std::string& szNewFile) {
   return reported(
-      internet_.renameFile(hFTP_, toCodePage932(szExistFile), toCodePage932(szNewFile)));
+      internet_.renameFile(hFTP_, names_.written(szExistFile), names_.written(szNewFile)));
 }
 
 std::int32_t McWinFTP::DeleteFile(const std::string& szRemoteFile) {
-  return reported(internet_.deleteFile(hFTP_, toCodePage932(szRemoteFile)));
+  return reported(internet_.deleteFile(hFTP_, names_.written(szRemoteFile)));
 }
 
 void McWinFTP::FindFile(const std::string& szSearchString) {
   CloseFind();
+  names_.forgetNames();
   RemoteFile = std::make_unique<FTPFile>();
   Internet::FindData entry;
-  hFind_ = internet_.findFirst(hFTP_, toCodePage932(szSearchString), entry);
+  hFind_ = internet_.findFirst(hFTP_, names_.written(szSearchString), entry);
   if (hFind_ != 0) {
     StoreFindData(entry);
   } else {
@@ -157,7 +161,7 @@ void McWinFTP::CloseFind() {
 
 void McWinFTP::StoreFindData(const Internet::FindData& entry) {
   RemoteFile->SearchEnd = false;
-  RemoteFile->FileName = fromCodePage932(entry.name);
+  RemoteFile->FileName = names_.read(entry.name);
   RemoteFile->FileDate = entry.time;
   RemoteFile->FileSize = static_cast<double>(entry.size);
   RemoteFile->FileType = entry.folder ? FTPFile::kFolder : 0;
@@ -175,10 +179,11 @@ void McWinFTP::ReportError(Internet::ErrorNumber number) {
   if (number == Internet::kErrorExtended) {
     const Internet::Response response = internet_.lastResponse();
     number = response.number;
-    text = fromCodePage932(response.text);
+    // Its end is the first NUL, as in the library's buffer.
+    text = inOneLine(textOfServer(response.text.substr(0, response.text.find('\0'))));
   } else if (const auto known = knownText(number)) {
     text = *known;
-  } else {
+  } else if (number != 0) {  // the system's text of 0 is a success
     text = internet_.systemMessage(number);
   }
   if (text.empty()) text = kNoText;

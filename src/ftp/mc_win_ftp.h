@@ -6,12 +6,14 @@
 #include <string>
 
 #include "ftp/ftp_file.h"
+#include "ftp/server_names.h"
 #include "platform/internet.h"
 
 namespace karvel {
 
 /// One FTP session over the platform's internet library: account data, one login, folder changes,
-/// transfers, and the enumeration of a folder into RemoteFile. All texts are UTF-8.
+/// transfers, and the enumeration of a folder into RemoteFile. All texts are UTF-8; a name that has
+/// been enumerated goes back to the server as the server wrote it.
 ///
 /// Nothing is thrown and nothing shown: every failure of the library becomes a Japanese text and
 /// is announced through FTPFrr before the failing operation returns. A result of 0 is a failure.
@@ -50,7 +52,8 @@ class McWinFTP {
   /// Changes the current folder. One leading "/" or "\" is taken off: the path is relative.
   void CurDir(const std::string& szDir);
 
-  /// Connects and logs in; success is seen in hFTP().
+  /// Connects and logs in; success is seen in hFTP(). Without the library it has no effect, as its
+  /// failure has been announced.
   void OpenSession();
   /// Ends the enumeration and the session.
   void CloseSession();
@@ -78,6 +81,7 @@ class McWinFTP {
   Internet::Handle hInternet_ = 0;
   Internet::Handle hFTP_ = 0;
   Internet::Handle hFind_ = 0;
+  ServerNames names_;
   std::int32_t port_ = 21;
   std::uint32_t connectFlags_ = 0;
   std::string remoteHost_;

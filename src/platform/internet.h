@@ -10,9 +10,9 @@ namespace karvel {
 
 /// The FTP functions of the platform's internet library.
 ///
-/// Host, account, remote names, folders and server texts are bytes of code page 932; local paths
-/// are UTF-8. A text with CR, LF or NUL never reaches the server: the call fails with
-/// kErrorInvalidParameter.
+/// Host and account are bytes of code page 932; remote names, folders and replies are the server's
+/// bytes, whatever they stand for; local paths are UTF-8. A text with CR, LF or NUL never reaches
+/// the server: the call fails with kErrorInvalidParameter.
 ///
 /// Every call blocks until the server exchange is over, within bounded time: a connect and each
 /// answer of the server within 10 seconds, a transfer's progress within 30, a call as a whole
@@ -52,7 +52,7 @@ class Internet {
 
   /// One entry of a remote folder, as the server lists it.
   struct FindData {
-    std::string name;  ///< without path, at most 259 bytes
+    std::string name;  ///< without path
     bool folder = false;
     std::uint64_t size = 0;  ///< bytes
     DateTime time;           ///< of the last write, in no particular time zone
@@ -113,7 +113,7 @@ class Internet {
   /// The server's last response text, and the number that goes with it.
   struct Response {
     ErrorNumber number = 0;
-    std::string text;  ///< at most 255 bytes
+    std::string text;
   };
   [[nodiscard]] virtual Response lastResponse() = 0;
 

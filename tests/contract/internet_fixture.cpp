@@ -1,7 +1,5 @@
 #include "contract/internet_fixture.h"
 
-#include <fstream>
-
 namespace karvel {
 
 Internet::Account InternetTest::account() const {
@@ -20,9 +18,7 @@ void InternetTest::setTimeLimits(std::uint32_t milliseconds) {
 }
 
 std::string InternetTest::localFile(const std::string& content) {
-  std::string path = folder_.path("upload.bin");
-  std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
-  return path;
+  return folder_.add("upload.bin", content);
 }
 
 bool InternetTest::put(Handle session, const std::string& content, const std::string& remoteName,

@@ -72,6 +72,8 @@ TEST_F(InternetSession, StoresUnderTheNameByteForByte) {
       "-dash",
       "*star",
       "\xFD\xFE",
+      "本部.txt",
+      "か\u3099",
   };
   const Handle session = connect();
   for (const std::string& name : names) {
@@ -82,6 +84,12 @@ TEST_F(InternetSession, StoresUnderTheNameByteForByte) {
     EXPECT_TRUE(internet_->deleteFile(session, name)) << name;
     EXPECT_FALSE(server_.tree().isFile("/" + name)) << name;
   }
+}
+
+TEST_F(InternetSession, StoresUnderANameThatIsNoCodePage932) {
+  EXPECT_TRUE(put(connect(), "x", "あ.txt"));
+  const bool kept = server_.tree().isFile("/あ.txt");
+  EXPECT_EQ(kept, !differsHere(Difference::kNamesPassThroughCodePage932));
 }
 
 TEST_F(InternetSession, BinaryTransferKeepsEveryByte) {

@@ -29,6 +29,8 @@ enum class Difference {
   // It connects for data wherever the server tells it to, and knows no IPv6 address.
   kPassiveAddressIsTrusted,
   kNoIpv6,
+  // It keeps names as UTF-16 and so loses what is no code page 932.
+  kNamesPassThroughCodePage932,
   // It reads a listing's line, and the current folder's name, in a simpler way.
   kListedNameEndsAtABlank,
   kListedSizeEndsAtTwoGibibytes,

@@ -60,6 +60,8 @@ TEST_F(McWinFtpTest, NamesEveryFailureInJapanese) {
       {{12003, "", 12111}, 12111, noText},
       {{5}, 5, "アクセスが拒否されました。"},
       {{77}, 77, noText},
+      {{12003, "550-本部\r\n\x1B[2J\a\x7F"}, 12003, "550-本部   [2J  "},
+      {{12003, std::string("550 a\0b", 7)}, 12003, "550 a"},
   };
   open();
   for (const auto& c : cases) {
@@ -68,6 +70,10 @@ TEST_F(McWinFtpTest, NamesEveryFailureInJapanese) {
     EXPECT_EQ(ftp->DeleteFile("a"), 0);
     EXPECT_EQ(failures, (Failures{{c.number, c.text}}));
   }
+  failEverything({0});
+  failures.clear();
+  ftp->FindFile("*.*");
+  EXPECT_EQ(failures, (Failures{{0, noText}})) << "the system's text of 0 is a success";
 }
 
 TEST_F(McWinFtpTest, AnnouncesEveryFailureOnce) {
@@ -172,6 +178,66 @@ TEST_F(McWinFtpTest, TakesOverWhatTheServerLists) {
   ftp->NextFile();
   EXPECT_EQ(ftp->RemoteFile->FileType, 0);
   EXPECT_EQ(ftp->RemoteFile->FileSize, 8589934591.0);
+}
+
+TEST_F(McWinFtpTest, GivesTheServerItsNamesBack) {
+  const std::string sjis = toCodePage932("本部");
+  const struct {
+    std::string bytes;    // as the server lists it
+    std::string name;     // as it is shown
+    std::string newName;  // 新 as the server gets it
+  } cases[] = {
+      {"a", "a", toCodePage932("新")},
+      {sjis, "本部", toCodePage932("新")},
+      {"本部", "本部", "新"},
+      {"表😀.txt", "表😀.txt", "新"},
+      {"\u30BB\u3099\u30CF\u309A\u30A6\u3099\u30EF\u3099\u304B\u3099", "ゼパヴヷが", "新"},
+      {"\u3099か\u309Aa\u3099ア\u3099", "\u3099か\u309Aa\u3099ア\u3099", "新"},
+      {"\xEF\xBD\xB1", "ｱ", "新"},
+      // UTF-8 by chance: half-width katakana, a kanji whose second byte is ASCII, a rare kanji.
+      {"\xC3\xBD", "ﾃｽ", toCodePage932("新")},
+      {"\xC3\x95\x5C", "ﾃ表", toCodePage932("新")},
+      {"\xE0\xA4\xB1", fromCodePage932("\xE0\xA4\xB1"), toCodePage932("新")},
+      // Neither of the two.
+      {"\xCB\xDC\xC9\xF4", fromCodePage932("\xCB\xDC\xC9\xF4"), toCodePage932("新")},
+      {"\xC2\x80", "\u0080", "新"},
+  };
+  for (const auto& c : cases) {
+    ftp = make();
+    open();
+    internet.folders["/"] = {{c.bytes, ""}};
+    ftp->FindFile("*.*");
+    EXPECT_EQ(ftp->RemoteFile->FileName, c.name);
+    ftp->RenameFile(c.name, "新");
+    EXPECT_EQ(internet.calls.back(), "rename " + c.bytes + " " + c.newName);
+    ftp->DeleteFile(c.name);
+    EXPECT_EQ(internet.calls.back(), "delete " + c.bytes);
+    ftp->PutFile("a", c.name);
+    EXPECT_EQ(internet.calls.back(), "put " + c.bytes);
+    ftp->CurDir(c.name);
+    EXPECT_EQ(internet.calls.back(), "cd " + c.bytes);
+  }
+}
+
+TEST_F(McWinFtpTest, KnowsTheServersEncodingFromFolderToFolder) {
+  open();
+  internet.folders = {{"/", {}}, {"/本部", {}}};
+  ftp->FindFile("*.*");
+  ftp->CurDir("本部");
+  EXPECT_EQ(ftp->CurDir(), "/本部");
+  ftp->FindFile("*.*");
+  EXPECT_TRUE(ftp->RemoteFile->SearchEnd);
+  ftp->DeleteFile("表");
+  EXPECT_EQ(internet.calls.back(), "delete 表");
+}
+
+TEST_F(McWinFtpTest, ReportsALibraryThatDoesNotOpenOnce) {
+  failEverything({12004});
+  ftp = make();
+  failures.clear();
+  ftp->OpenSession();
+  EXPECT_EQ(ftp->hFTP(), 0U);
+  EXPECT_TRUE(failures.empty()) << "the reason would be lost";
 }
 
 TEST_F(McWinFtpTest, KeepsAHandleThatWouldNotClose) {

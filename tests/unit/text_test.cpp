@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "text/code_page.h"
 #include "text/server_text.h"
 #include "text/strings.h"
 
@@ -35,30 +34,12 @@ TEST(ServerText, IsUtf8WhereAllOfItIs) {
     for (int second = 0x7F; second <= 0xFF; ++second) {
       for (const std::string& rest : rests) {
         const std::string text = std::string{static_cast<char>(lead), static_cast<char>(second)} +
-                                 rest + "\xE8\xA1\xA8";  // which is UTF-8 alone
-        const bool utf8 = isOneCharacter(text.substr(0, text.size() - 3));
-        EXPECT_EQ(codePage932OfServerText(text), utf8 ? toCodePage932(text) : text)
+                                 rest + "😀";  // no code page 932
+        EXPECT_EQ(isServerUtf8(text), isOneCharacter(text.substr(0, text.size() - 4)))
             << testing::PrintToString(text);
       }
     }
   }
-  EXPECT_EQ(codePage932OfServerText("\xC3\xB1"), "\xC3\xB1") << "half-width katakana, too";
-  EXPECT_EQ(codePage932OfServerText("\xE8\xA1"), "\xE8\xA1");
-}
-
-TEST(ServerText, IsCutBetweenCharacters) {
-  for (int first = 0; first <= 0xFF; ++first) {
-    for (int second = 0; second <= 0xFF; ++second) {
-      const std::string pair{static_cast<char>(first), static_cast<char>(second)};
-      const bool lead = (first >= 0x81 && first <= 0x9F) || (first >= 0xE0 && first <= 0xFC);
-      const bool trail = second >= 0x40 && second != 0x7F && second <= 0xFC;
-      const std::size_t length = lead && trail ? 2 : 1;
-      EXPECT_EQ(characterLength932(pair), length) << first << " " << second;
-      EXPECT_EQ(cutBytes932(pair, 1).size(), 2 - length);
-      EXPECT_EQ(cutBytes932(pair, 2), pair);
-    }
-  }
-  EXPECT_EQ(characterLength932("\x95"), 1U);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "contract/internet_fixture.h"
-#include "text/code_page.h"
 
 // The commands on the wire, word for word. Another library may greet the server or probe a folder
 // with other commands and keep the same contract.
@@ -68,33 +67,6 @@ TEST_F(InternetTranscript, APatternIsTheArgumentOfTheListing) {
   Internet::FindData entry;
   EXPECT_EQ(internet_->findFirst(session, "a b*.txt", entry), 0U);
   EXPECT_EQ(sent(), (Names{"TYPE A", "PASV", "LIST a b*.txt"}));
-}
-
-// 表町 and 店, as a server of today writes them.
-constexpr const char* kFolderInUtf8 = "\xE8\xA1\xA8\xE7\x94\xBA";
-constexpr const char* kFileInUtf8 = "\xE5\xBA\x97.txt";
-
-TEST_F(InternetTranscript, AServerGetsItsNamesBackAsItWritesThem) {
-  server_.tree().addFile(std::string("/") + kFileInUtf8, "old");
-  server_.tree().addFolder(std::string("/") + kFolderInUtf8);
-  const std::string file = toCodePage932("店.txt");
-  const std::string folder = toCodePage932("表町");
-  const Handle session = connect();
-  EXPECT_EQ(list(session), (Names{file, folder}));
-  sent();
-  EXPECT_TRUE(put(session, "new", file));
-  EXPECT_TRUE(internet_->renameFile(session, file, "x"));
-  EXPECT_TRUE(internet_->renameFile(session, "x", file));
-  EXPECT_TRUE(internet_->deleteFile(session, file));
-  EXPECT_TRUE(internet_->setCurrentDirectory(session, folder));
-  const std::string kept = kFileInUtf8;
-  EXPECT_EQ(sent(), (Names{"TYPE I", "PASV", "STOR " + kept, "RNFR " + kept, "RNTO x", "RNFR x",
-                           "RNTO " + kept, "DELE " + kept, std::string("CWD ") + kFolderInUtf8}));
-  EXPECT_EQ(internet_->currentDirectory(session), "/" + folder);
-  // In another folder nothing is known of the names of this one.
-  EXPECT_EQ(list(session), Names{});
-  EXPECT_FALSE(internet_->setCurrentDirectory(session, folder));
-  EXPECT_EQ(sent().back(), "CWD " + folder);
 }
 
 // A file of this platform may have either line end; its partner sends files as they are.

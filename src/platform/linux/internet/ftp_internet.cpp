@@ -6,14 +6,14 @@
 
 #include "platform/linux/internet/system_message.h"
 #include "platform/linux/system/system_clock.h"
-#include "text/server_text.h"
 
 namespace karvel {
 namespace {
 
 constexpr int kDefaultPort = 21;
 constexpr int kHighestPort = 65535;
-constexpr std::size_t kLongestResponse = 255;  ///< bytes
+/// Shown like a reply of the server, whose listing it is.
+constexpr const char* kUnreadableListing = "サーバーのファイル一覧の形式を読み取れませんでした。";
 
 /// A text that could end a command line, and so begin another one.
 bool isUnsafe(std::string_view text) {
@@ -80,7 +80,7 @@ Internet::Handle FtpInternet::connect(Handle root, const Account& account, std::
       ftp->logIn(account.host.value_or(""), port, lookup_, account.user.value_or("anonymous"),
                  account.password.value_or(account.user ? "" : "anonymous@"));
   if (!conclude(*ftp, error)) return 0;
-  sessions_.emplace(++lastHandle_, Session{root, std::move(ftp), {}});
+  sessions_.emplace(++lastHandle_, Session{root, std::move(ftp)});
   return lastHandle_;
 }
 
@@ -106,7 +106,7 @@ std::optional<std::string> FtpInternet::currentDirectory(Handle session) {
     fail(kErrorExtended);
     return std::nullopt;
   }
-  return codePage932OfServerText(*folder);
+  return folder;
 }
 
 bool FtpInternet::setCurrentDirectory(Handle session, const std::string& folder) {
@@ -124,7 +124,7 @@ bool FtpInternet::putFile(Handle session, const std::string& localPath,
   if (!reader) return fail(kErrorFileNotFound);
   FtpSession& ftp = *found->ftp;
   const auto type = text ? FtpSession::TransferType::kText : FtpSession::TransferType::kBinary;
-  return conclude(ftp, ftp.upload(found->onServer(remoteName), *reader, type));
+  return conclude(ftp, ftp.upload(remoteName, *reader, type));
 }
 
 bool FtpInternet::renameFile(Handle session, const std::string& from, const std::string& to) {
@@ -134,7 +134,7 @@ bool FtpInternet::renameFile(Handle session, const std::string& from, const std:
     return fail(kErrorInvalidParameter);
   }
   FtpSession& ftp = *found->ftp;
-  return conclude(ftp, ftp.rename(found->onServer(from), found->onServer(to)));
+  return conclude(ftp, ftp.rename(from, to));
 }
 
 bool FtpInternet::deleteFile(Handle session, const std::string& remoteName) {
@@ -143,17 +143,15 @@ bool FtpInternet::deleteFile(Handle session, const std::string& remoteName) {
 
 Internet::Handle FtpInternet::findFirst(Handle session, const std::string& pattern,
                                         FindData& entry) {
-  Session* const found = find(session);
+  const Session* const found = find(session);
   if (found == nullptr) return 0;
   if (isUnsafe(pattern)) return fail(kErrorInvalidParameter), 0;
   closeEnumerationsOf(session);
-  found->writtenNames.clear();
-  std::string text;
-  FtpSession& ftp = *found->ftp;
-  if (!conclude(ftp, ftp.list(isWholeFolder(pattern) ? "" : pattern, text))) return 0;
   // Dates without a year are read against the local time.
-  FtpListing listing(std::move(text), SystemClock().now());
-  if (!nextEntry(*found, listing, entry)) return 0;
+  FtpListing listing(SystemClock().now());
+  FtpSession& ftp = *found->ftp;
+  if (!conclude(ftp, ftp.list(isWholeFolder(pattern) ? "" : pattern, listing))) return 0;
+  if (!nextEntry(listing, entry)) return 0;
   enumerations_.emplace(++lastHandle_, Enumeration{session, std::move(listing)});
   return lastHandle_;
 }
@@ -161,16 +159,11 @@ Internet::Handle FtpInternet::findFirst(Handle session, const std::string& patte
 bool FtpInternet::findNext(Handle find, FindData& entry) {
   const auto found = enumerations_.find(find);
   if (found == enumerations_.end()) return fail(kErrorInvalidHandle);
-  return nextEntry(sessions_.at(found->second.session), found->second.listing, entry);
+  return nextEntry(found->second.listing, entry);
 }
 
 std::string FtpInternet::systemMessage(ErrorNumber number) {
   return karvel::systemMessage(number);
-}
-
-const std::string& FtpInternet::Session::onServer(const std::string& name) const {
-  const auto found = writtenNames.find(name);
-  return found == writtenNames.end() ? name : found->second;
 }
 
 bool FtpInternet::fail(ErrorNumber error) {
@@ -179,8 +172,7 @@ bool FtpInternet::fail(ErrorNumber error) {
 }
 
 bool FtpInternet::conclude(const FtpSession& ftp, ErrorNumber error) {
-  const std::string text = codePage932OfServerText(ftp.reply().text());
-  lastResponse_ = {kErrorExtended, std::string(cutBytes932(text, kLongestResponse))};
+  lastResponse_ = {kErrorExtended, ftp.reply().text()};
   return error == 0 || fail(error);
 }
 
@@ -195,7 +187,7 @@ bool FtpInternet::command(Handle session, const std::string& verb, const std::st
   const Session* const found = find(session);
   if (found == nullptr) return false;
   if (name.empty() || isUnsafe(name)) return fail(kErrorInvalidParameter);
-  return conclude(*found->ftp, found->ftp->command(verb + found->onServer(name)));
+  return conclude(*found->ftp, found->ftp->command(verb + name));
 }
 
 void FtpInternet::closeEnumerationsOf(Handle session) {
@@ -211,11 +203,14 @@ void FtpInternet::closeSessionsOf(Handle root) {
   });
 }
 
-bool FtpInternet::nextEntry(Session& session, FtpListing& listing, FindData& entry) {
+bool FtpInternet::nextEntry(FtpListing& listing, FindData& entry) {
   auto listed = listing.next();
+  if (!listed && listing.unreadable()) {
+    lastResponse_ = {kErrorExtended, kUnreadableListing};
+    return fail(kErrorExtended);
+  }
   if (!listed) return fail(kErrorNoMoreFiles);
-  if (!listed->writtenName.empty()) session.writtenNames[listed->name] = listed->writtenName;
-  entry = {std::move(listed->name), listed->folder, listed->size, listed->time};
+  entry = std::move(*listed);
   return true;
 }
 

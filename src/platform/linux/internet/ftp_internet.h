@@ -44,10 +44,6 @@ class FtpInternet final : public Internet {
   struct Session {
     Handle root;
     std::unique_ptr<FtpSession> ftp;
-    /// Names of the last enumeration that the server writes otherwise: it gets them back like that.
-    std::map<std::string, std::string> writtenNames;
-
-    [[nodiscard]] const std::string& onServer(const std::string& name) const;
   };
   struct Enumeration {
     Handle session;
@@ -63,7 +59,7 @@ class FtpInternet final : public Internet {
   bool command(Handle session, const std::string& verb, const std::string& name);
   void closeEnumerationsOf(Handle session);
   void closeSessionsOf(Handle root);
-  bool nextEntry(Session& session, FtpListing& listing, FindData& entry);
+  bool nextEntry(FtpListing& listing, FindData& entry);
 
   AddressLookup lookup_;
   Handle lastHandle_ = 0;

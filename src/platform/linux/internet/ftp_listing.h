@@ -1,45 +1,48 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
-#include "text/date_time.h"
+#include "platform/internet.h"
 
 namespace karvel {
 
-/// One entry of a remote folder.
-struct ListedEntry {
-  std::string name;         ///< bytes of code page 932, at most 259
-  std::string writtenName;  ///< as the server writes it, where that is not the same
-  bool folder = false;
-  std::uint64_t size = 0;
-  DateTime time;
-};
-
-/// One line of a LIST reply, without its line end: `ls -l` in its variants, English or Japanese
-/// dates (code page 932, EUC-JP or UTF-8), or the MS-DOS style. Empty for any other line, and for
-/// names that are empty or hold control characters, "/" or "\".
+/// One line of a LIST reply, without its line end: `ls -l` and its many relatives, NetWare, MS-DOS
+/// and Windows NT, OS/2, and EPLF. Empty for every other line (sums, headings, messages) and for
+/// names with control characters. A date that cannot be read is 1601-01-01.
 ///
-/// A symbolic link counts as a file under its own name, as nothing tells what it leads to, unless
-/// its target ends with "/". A date without a year is the latest one that does not lie after `now`.
-std::optional<ListedEntry> parseListingLine(std::string_view line, const DateTime& now);
+/// A symbolic link counts as a folder, under its own name: nothing tells what it leads to, and a
+/// target folder is often one. The marks that `ls -F` puts behind names are no part of them.
+std::optional<Internet::FindData> parseListingLine(std::string_view line, const DateTime& now);
 
-/// A whole LIST reply, read entry by entry, so that a long one needs no more memory than its text.
+/// A LIST reply, read entry by entry. What has been read takes no more memory.
 class FtpListing {
  public:
-  FtpListing(std::string text, const DateTime& now) : text_(std::move(text)), now_(now) {}
+  /// Dates without a year are read as of `now`.
+  explicit FtpListing(const DateTime& now) : now_(now) {}
+
+  /// The next bytes of the reply.
+  void append(std::string_view bytes) { blocks_.emplace_back(bytes); }
 
   /// The next entry; lines that are none are skipped. Empty at the end.
-  std::optional<ListedEntry> next();
+  std::optional<Internet::FindData> next();
+
+  /// True when next() has met lines, none of which it could read: this folder is not empty, its
+  /// listing is in no known format.
+  [[nodiscard]] bool unreadable() const { return strangeLine_ && !anyEntry_; }
 
  private:
-  std::string text_;
+  std::optional<Internet::FindData> endLine();
+
   DateTime now_;
-  std::size_t position_ = 0;
+  std::deque<std::string> blocks_;
+  std::size_t position_ = 0;  ///< in the first block
+  std::string line_;          ///< what has been read of a line; cut when it is too long for one
+  bool anyEntry_ = false;
+  bool strangeLine_ = false;
 };
 
 }  // namespace karvel

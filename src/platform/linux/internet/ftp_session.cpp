@@ -125,18 +125,21 @@ class FtpSession::Upload : public Transfer {
 
 class FtpSession::Download : public Transfer {
  public:
-  Download(FtpControl& control, std::string& text) : Transfer(control, POLLIN), text_(text) {}
+  Download(FtpControl& control, FtpListing& listing)
+      : Transfer(control, POLLIN), listing_(listing) {}
 
  private:
   bool move(const FtpSocket& data) override {
     std::array<char, 16 * 1024> bytes;
     const auto count = data.receive(bytes);
     if (!count) return errno == 0 || fail(numberOfBrokenConnection());
-    text_.append(bytes.data(), *count);
-    return text_.size() > kLongestListing && fail(Internet::kErrorInternal);
+    listing_.append({bytes.data(), *count});
+    size_ += *count;
+    return size_ > kLongestListing && fail(Internet::kErrorInternal);
   }
 
-  std::string& text_;
+  FtpListing& listing_;
+  std::size_t size_ = 0;
 };
 
 FtpSession::~FtpSession() {
@@ -182,9 +185,9 @@ FtpSession::ErrorNumber FtpSession::upload(const std::string& remoteName, Upload
   return transfer("STOR " + remoteName, type, upload);
 }
 
-FtpSession::ErrorNumber FtpSession::list(const std::string& argument, std::string& text) {
+FtpSession::ErrorNumber FtpSession::list(const std::string& argument, FtpListing& listing) {
   control_.watch.beginExchange(control_.limits().exchange());
-  Download download(control_, text);
+  Download download(control_, listing);
   return transfer(argument.empty() ? "LIST" : "LIST " + argument, TransferType::kText, download);
 }
 

@@ -5,6 +5,7 @@
 
 #include "platform/internet.h"
 #include "platform/linux/internet/ftp_control.h"
+#include "platform/linux/internet/ftp_listing.h"
 #include "platform/linux/internet/upload_reader.h"
 
 namespace karvel {
@@ -39,8 +40,8 @@ class FtpSession {
   /// TYPE unless it is set, PASV or PORT (for IPv6 EPSV or EPRT), STOR.
   [[nodiscard]] ErrorNumber upload(const std::string& remoteName, UploadReader& reader,
                                    TransferType type);
-  /// Likewise with LIST, and an argument unless it is empty; the listing is added to `text`.
-  [[nodiscard]] ErrorNumber list(const std::string& argument, std::string& text);
+  /// Likewise with LIST, and an argument unless it is empty; the listing is added to `listing`.
+  [[nodiscard]] ErrorNumber list(const std::string& argument, FtpListing& listing);
 
   [[nodiscard]] const FtpReply& reply() const { return control_.reply(); }
 

@@ -8,7 +8,6 @@
 #include "platform/windows/internet/call_limit.h"
 #include "platform/windows/system/ansi_path.h"
 #include "platform/windows/system/wide_text.h"
-#include "text/server_text.h"
 #include "text/strings.h"
 
 namespace karvel {
@@ -16,7 +15,7 @@ namespace {
 
 constexpr DWORD_PTR kContext = 1;
 constexpr DWORD_PTR kFindContext = 0;
-constexpr std::size_t kLongestResponse = 255;  ///< bytes
+constexpr std::size_t kUsualResponse = 255;  ///< bytes
 
 HINTERNET native(Internet::Handle handle) {
   return reinterpret_cast<HINTERNET>(handle);
@@ -191,7 +190,7 @@ bool WininetInternet::findNext(Handle find, FindData& entry) {
 }
 
 Internet::Response WininetInternet::lastResponse() {
-  std::string buffer(kLongestResponse + 1, '\0');
+  std::string buffer(kUsualResponse + 1, '\0');
   auto length = static_cast<DWORD>(buffer.size());
   DWORD number = 0;
   // A text that does not fit is not given at all, only its length.
@@ -201,8 +200,7 @@ Internet::Response WininetInternet::lastResponse() {
     length = static_cast<DWORD>(buffer.size());
     InternetGetLastResponseInfoA(&number, buffer.data(), &length);
   }
-  const std::string text = codePage932OfServerText(buffer.c_str());
-  return {number, std::string(cutBytes932(text, kLongestResponse))};
+  return {number, buffer.c_str()};
 }
 
 std::string WininetInternet::systemMessage(ErrorNumber number) {
