@@ -3,7 +3,7 @@
 namespace karvel {
 
 Internet::Account InternetTest::account() const {
-  const bool ipv6 = server_.options().family == TestSocket::Family::kIpv6;
+  const bool ipv6 = server_.options().host == TestSocket::Host::kIpv6;
   return {ipv6 ? "::1" : "127.0.0.1", server_.port(), server_.options().user,
           server_.options().password};
 }

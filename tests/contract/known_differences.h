@@ -14,9 +14,8 @@ enum class Difference {
   // servers that fall silent or speak no FTP are tried where the limits hold, and a run is broken
   // off in fewer of the ways that need none.
   kTimeLimitsDoNotHold,
-  // It does not look at the greeting's code, nor at the reply that follows a listing.
+  // It does not look at the greeting's code.
   kGreetingIsNotChecked,
-  kReplyAfterAListingIsNotChecked,
   // Of a reply of several lines it keeps the last one; 425 it takes for a connection that failed.
   kReplyIsItsLastLine,
   kRefusedDataConnectionIsAFailedOne,
@@ -26,14 +25,12 @@ enum class Difference {
   kEmptyFolderHasNoNumber,
   // It closes the connection without a word.
   kSessionEndsWithoutQuit,
-  // It connects for data wherever the server tells it to, and knows no IPv6 address.
-  kPassiveAddressIsTrusted,
+  // It knows no IPv6 address.
   kNoIpv6,
   // It keeps names as UTF-16 and so loses what is no code page 932.
   kNamesPassThroughCodePage932,
   // It reads a listing's line, and the current folder's name, in a simpler way.
   kListedNameEndsAtABlank,
-  kListedSizeEndsAtTwoGibibytes,
   kFolderNameEndsAtAQuote,
   // On its screen that nobody sees there is no input method.
   kNoInputMethod,

@@ -5,8 +5,8 @@
 #include <iostream>
 #include <map>
 #include <mutex>
-#include <optional>
-#include <sstream>
+#include <regex>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -33,7 +33,7 @@ const std::string kFolder = std::string("/") + SiteShop::kSiteFolder + "/";
 const std::vector<std::string> kNames{SiteShop::kShopInfo, SiteShop::kTable};
 
 /// A command of the run: its place in the transcript (the greeting's is -1), and the how-manieth of
-/// its name it is.
+/// its name it is; or every one of its name, from the first one's place.
 struct Moment {
   int place;
   std::string command;
@@ -53,30 +53,57 @@ struct Fault {
   FtpFault fault;
   Effect effect;
   milliseconds limit;
+  /// How the reason of the run begins, where it gives one: a regular expression.
+  std::string reason;
+  /// The commands that it can happen to, where it is not every one.
+  std::set<std::string> commands{};
   bool standsForItsKind = false;
-  bool ofTransfers = false;
 };
 
 using Effect = Fault::Effect;
 
+const std::set<std::string> kTransfers{"LIST", "STOR"};
+/// The next connect may be the first to find out.
+const std::string kLost = "1203[01]/|12029/";
+
 const std::vector<Fault>& faults() {
   static const std::vector<Fault> all{
-      {"421", FtpFault::refuse("421 Closing."), Effect::kOpen, kPatience},
-      {"450", FtpFault::refuse("450 Busy."), Effect::kOpen, kPatience},
-      {"550", FtpFault::refuse("550 No."), Effect::kOpen, kPatience, true},
-      {"dropped before", FtpFault::dropBefore(), Effect::kEnds, kPatience, true},
-      {"dropped after", FtpFault::dropAfter(), Effect::kEndsAfter, kPatience},
-      {"reset", FtpFault::reset(), Effect::kEnds, kPatience},
-      {"late", FtpFault::delay(2 * kShortLimit), Effect::kEnds, kShortLimit},
-      {"silent", FtpFault::stall(), Effect::kEnds, kShortLimit},
+      {"421", FtpFault::refuse("421 Closing."), Effect::kOpen, kPatience, "12003/421 Closing."},
+      {"450", FtpFault::refuse("450 Busy."), Effect::kOpen, kPatience, "12003/450 Busy."},
+      {"550", FtpFault::refuse("550 No."), Effect::kOpen, kPatience, "12003/550 No.", {}, true},
+      {"dropped before", FtpFault::dropBefore(), Effect::kEnds, kPatience, kLost, {}, true},
+      {"dropped after", FtpFault::dropAfter(), Effect::kEndsAfter, kPatience, kLost},
+      {"reset", FtpFault::reset(), Effect::kEnds, kPatience, kLost},
+      {"late", FtpFault::delay(2 * kShortLimit), Effect::kEnds, kShortLimit, "12002/"},
+      {"silent", FtpFault::stall(), Effect::kEnds, kShortLimit, "12002/"},
       {"endless", FtpFault::endlessReply("200-and\r\n", milliseconds{5}), Effect::kEnds,
-       kShortLimit},
-      {"no code", FtpFault::replaceReply("\xFF\x01 what?"), Effect::kOpen, kShortLimit},
-      {"other code", FtpFault::replaceReply("299 (,,,,,) \"|||"), Effect::kOpen, kShortLimit},
-      {"byte by byte", FtpFault::splitReply(), Effect::kNone, kPatience},
-      {"cut", FtpFault::cutTransfer(10), Effect::kOpen, kPatience, true, true},
-      {"dropped within", FtpFault::dropTransfer(10), Effect::kEnds, kPatience, false, true},
-      {"silent within", FtpFault::stallTransfer(10), Effect::kEnds, kShortLimit, false, true},
+       kShortLimit, "12002/"},
+      {"no code", FtpFault::replaceReply("\xFF\x01 what?"), Effect::kEnds, kPatience, "12003/"},
+      {"other code", FtpFault::replaceReply("299 (,,,,,) \"|||"), Effect::kOpen, kPatience,
+       "12003/299"},
+      {"byte by byte", FtpFault::splitReply(), Effect::kNone, kPatience, ""},
+      {"cut", FtpFault::cutTransfer(10), Effect::kOpen, kPatience, "12003/426", kTransfers, true},
+      {"dropped within", FtpFault::dropTransfer(10), Effect::kEnds, kPatience, kLost, kTransfers},
+      {"silent within", FtpFault::stallTransfer(10), Effect::kEnds, kShortLimit, "12002/",
+       kTransfers},
+      {"dribbled",
+       FtpFault::endlessTransfer("-rw-r--r-- 1 a b 1 Jan 01  2024 x\r\n", kShortLimit),
+       Effect::kEnds,
+       kShortLimit,
+       "12002/",
+       {"LIST"}},
+      {"refused after 150", FtpFault::refuse("150 Opening.\r\n425 Cannot open."), Effect::kOpen,
+       kPatience, "12003/425", kTransfers},
+      {"refused port", FtpFault::refusedPort(), Effect::kOpen, kPatience, "12029/", {"PASV"}, true},
+      {"silent port", FtpFault::silentPort(), Effect::kEnds, kShortLimit, "12002/", {"PASV"}},
+      {"no address",
+       FtpFault::replaceReply("227 Entering Passive Mode."),
+       Effect::kOpen,
+       kPatience,
+       "12003/227",
+       {"PASV"}},
+      {"foreign address", FtpFault::foreignAddress(), Effect::kNone, kPatience, "", {"PASV"}},
+      {"stranger", FtpFault::stranger(), Effect::kNone, kPatience, "", {"PORT"}},
   };
   return all;
 }
@@ -93,10 +120,6 @@ struct Model {
   std::map<std::string, std::string> files;
   int lastListing = 0;
 };
-
-bool isTransfer(const std::string& command) {
-  return command == "LIST" || command == "STOR";
-}
 
 Model modelRun(bool passive) {
   ScriptedFtpServer server;
@@ -117,11 +140,22 @@ Model modelRun(bool passive) {
     if (command == "LIST") model.lastListing = place;
   }
   for (Moment& moment : model.moments) moment.last = moment.occurrence == counts[moment.command];
+  // What happens to every data connection is another matter than what happens to one.
+  for (const Moment& moment : model.moments) {
+    if (moment.command != (passive ? "PASV" : "PORT")) continue;
+    model.moments.push_back({moment.place, moment.command, ScriptedFtpServer::kEvery, false});
+    break;
+  }
   for (const std::string& name : kNames) {
     model.files[name] = server.tree().content(kFolder + name).value_or("");
   }
   EXPECT_TRUE(reportOf(shop.takeLog()).succeeded());
   return model;
+}
+
+/// Where a library has numbers of its own for a connection that is lost.
+bool reasonsDiffer() {
+  return differsHere(Difference::kLostConnectionHasOtherNumbers);
 }
 
 /// One fault at one moment: a run that meets it, then a run that does not.
@@ -167,7 +201,8 @@ class FaultCase {
   /// Log, status line, flag, icon and tick counter tell one story.
   void checkReport() {
     const std::string& status = shop_.form().MsgLabel.caption();
-    expect(elapsed_ < kLongestRun, "took too long");
+    // What a server says, or that it is gone, needs no waiting.
+    expect(elapsed_ < (fault_.limit == kPatience ? kPatience : kLongestRun), "took too long");
     expect(report_.wellFormed, "the log is out of order");
     if (report_.connected) {
       expect(status == report_.lastStatus, "status line and log differ");
@@ -177,6 +212,7 @@ class FaultCase {
       expect(noFolder || (status.starts_with(openNg) && isFailureText(status.substr(12))),
              "no reason on the status line");
     }
+    checkReason(status);
     const bool succeeded = report_.succeeded();
     expect(shop_.own("FTP CHKF") == (succeeded ? "1" : "0"), "flag");
     expect(shop_.desktop.tray == (succeeded ? TrayImage::kNormal : TrayImage::kFailure), "icon");
@@ -184,6 +220,14 @@ class FaultCase {
     expect(shop_.form().TimerCount == (succeeded ? 0 : -150), "tick counter");
     expect(shop_.desktop.messageBoxes.empty(), "a message box");
     expect(shop_.isTidy(), "a local file is left");
+  }
+
+  /// A number on the status line is the fault's own.
+  void checkReason(const std::string& status) {
+    const auto number = status.find(" NG ");
+    if (number == std::string::npos || reasonsDiffer()) return;
+    const std::string reason = status.substr(number + std::string(" NG ").size());
+    expect(std::regex_search(reason, std::regex("^(" + fault_.reason + ")")), "a false reason");
   }
 
   void checkOutcome() {
@@ -255,7 +299,7 @@ std::vector<Cell> cellsOf(const Model& model) {
   std::vector<Cell> cells;
   for (const Moment& moment : model.moments) {
     for (const Fault& fault : faults()) {
-      const bool applies = !fault.ofTransfers || isTransfer(moment.command);
+      const bool applies = fault.commands.empty() || fault.commands.contains(moment.command);
       if (applies && isTried(moment, fault)) cells.push_back({moment, fault});
     }
   }

@@ -23,7 +23,12 @@ struct FtpFault {
     kCutTransfer,
     kDropTransfer,
     kStallTransfer,
+    kEndlessTransfer,
     kLateConnection,
+    kRefusedPort,
+    kSilentPort,
+    kForeignAddress,
+    kStranger,
   };
 
   Kind kind = Kind::kNone;
@@ -61,6 +66,17 @@ struct FtpFault {
   static FtpFault dropTransfer(std::size_t bytes) { return {Kind::kDropTransfer, {}, {}, bytes}; }
   /// The server does nothing more after so many bytes of data.
   static FtpFault stallTransfer(std::size_t bytes) { return {Kind::kStallTransfer, {}, {}, bytes}; }
+  /// The same bytes of data again and again, with a pause between them.
+  static FtpFault endlessTransfer(std::string bytes, std::chrono::milliseconds pause) {
+    return {Kind::kEndlessTransfer, std::move(bytes), pause, 0};
+  }
+  /// A passive port that refuses connections, or does not answer at all.
+  static FtpFault refusedPort() { return {Kind::kRefusedPort, {}, {}, 0}; }
+  static FtpFault silentPort() { return {Kind::kSilentPort, {}, {}, 0}; }
+  /// A passive port is told with the address of another machine.
+  static FtpFault foreignAddress() { return {Kind::kForeignAddress, {}, {}, 0}; }
+  /// Another machine connects to an active port before the server does.
+  static FtpFault stranger() { return {Kind::kStranger, {}, {}, 0}; }
   /// An active transfer is announced that much earlier than its connection is opened.
   static FtpFault lateConnection(std::chrono::milliseconds time) {
     return {Kind::kLateConnection, {}, time, 0};

@@ -23,8 +23,7 @@ std::string upper(std::string text) {
 }
 
 bool needsLogin(const std::string& command) {
-  return command != "USER" && command != "PASS" && command != "QUIT" && command != "FEAT" &&
-         command != "SYST" && command != "NOOP";
+  return command != "USER" && command != "PASS" && command != "QUIT";
 }
 
 std::string listingLine(const RemoteTree::Entry& entry) {
@@ -36,21 +35,19 @@ std::string listingLine(const RemoteTree::Entry& entry) {
 }  // namespace
 
 FtpServerSession::FtpServerSession(ScriptedFtpServer& server, TestSocket control)
-    : server_(server), hangUpsBefore_(server.hangUps_), control_(std::move(control)) {
+    : server_(server), control_(std::move(control)) {
 }
 
 const std::map<std::string, FtpServerSession::Handler>& FtpServerSession::handlers() {
   static const std::map<std::string, Handler> table = {
       {"USER", &FtpServerSession::user}, {"PASS", &FtpServerSession::pass},
       {"PWD", &FtpServerSession::pwd},   {"CWD", &FtpServerSession::cwd},
-      {"TYPE", &FtpServerSession::type}, {"SIZE", &FtpServerSession::size},
+      {"TYPE", &FtpServerSession::type}, {"QUIT", &FtpServerSession::quit},
       {"PASV", &FtpServerSession::pasv}, {"EPSV", &FtpServerSession::epsv},
       {"PORT", &FtpServerSession::port}, {"EPRT", &FtpServerSession::eprt},
       {"LIST", &FtpServerSession::list}, {"STOR", &FtpServerSession::stor},
       {"DELE", &FtpServerSession::dele}, {"RNFR", &FtpServerSession::rnfr},
-      {"RNTO", &FtpServerSession::rnto}, {"SYST", &FtpServerSession::syst},
-      {"FEAT", &FtpServerSession::feat}, {"NOOP", &FtpServerSession::noop},
-      {"QUIT", &FtpServerSession::quit},
+      {"RNTO", &FtpServerSession::rnto},
   };
   return table;
 }
@@ -153,21 +150,24 @@ std::string FtpServerSession::type(const std::string& /*argument*/) {
   return "200 Type set.";
 }
 
-std::string FtpServerSession::size(const std::string& argument) {
-  const auto content = server_.tree().content(pathOf(argument));
-  return content ? "213 " + std::to_string(content->size()) : "550 No such file.";
+int FtpServerSession::openPassivePort() {
+  const auto host = server_.options().host;
+  const bool silent = fault_.kind == Kind::kSilentPort;
+  passive_ = silent ? TestSocket::listenSilently(host) : TestSocket::listen(host);
+  const int port = passive_.port();
+  if (fault_.kind == Kind::kRefusedPort) passive_.close();
+  return port;
 }
 
 std::string FtpServerSession::pasv(const std::string& /*argument*/) {
-  passive_ = TestSocket::listen(server_.options().family);
-  const int number = passive_.port();
-  return "227 Entering Passive Mode (" + server_.options().passiveHost + "," +
-         std::to_string(number / 256) + "," + std::to_string(number % 256) + ").";
+  const std::string host = fault_.kind == Kind::kForeignAddress ? "10,255,255,1," : "127,0,0,1,";
+  const int port = openPassivePort();
+  return "227 Entering Passive Mode (" + host + std::to_string(port / 256) + "," +
+         std::to_string(port % 256) + ").";
 }
 
 std::string FtpServerSession::epsv(const std::string& /*argument*/) {
-  passive_ = TestSocket::listen(server_.options().family);
-  return "229 Entering Extended Passive Mode (|||" + std::to_string(passive_.port()) + "|)";
+  return "229 Entering Extended Passive Mode (|||" + std::to_string(openPassivePort()) + "|)";
 }
 
 std::string FtpServerSession::port(const std::string& argument) {
@@ -177,6 +177,9 @@ std::string FtpServerSession::port(const std::string& argument) {
   if (count != 2) return "501 Bad address.";
   passive_.close();
   activePort_ = high * 256 + low;
+  if (fault_.kind == Kind::kStranger) {
+    stranger_ = TestSocket::connect(TestSocket::Host::kOther, activePort_);
+  }
   return "200 Port set.";
 }
 
@@ -222,18 +225,6 @@ std::string FtpServerSession::rnto(const std::string& argument) {
   return server_.tree().rename(from, pathOf(argument)) ? "250 Renamed." : "553 Not allowed.";
 }
 
-std::string FtpServerSession::syst(const std::string& /*argument*/) {
-  return "215 UNIX Type: L8";
-}
-
-std::string FtpServerSession::feat(const std::string& /*argument*/) {
-  return "211-Features:\r\n EPSV\r\n EPRT\r\n SIZE\r\n211 End";
-}
-
-std::string FtpServerSession::noop(const std::string& /*argument*/) {
-  return "200 Nothing done.";
-}
-
 std::string FtpServerSession::quit(const std::string& /*argument*/) {
   return "221 Goodbye.";
 }
@@ -244,7 +235,7 @@ TestSocket FtpServerSession::openData() {
   if (!listener.valid()) {
     say("150 Opening data connection.");
     if (fault_.kind == Kind::kLateConnection) pause(fault_.time);
-    return TestSocket::connect(server_.options().family, std::exchange(activePort_, 0));
+    return TestSocket::connect(server_.options().host, std::exchange(activePort_, 0));
   }
   TestSocket data;
   for (int i = 0; i < kDataWaits && goesOn() && !data.valid(); ++i) data = listener.accept(kSlice);
@@ -255,6 +246,9 @@ TestSocket FtpServerSession::openData() {
 std::string FtpServerSession::sendData(std::string_view bytes) {
   TestSocket data = openData();
   if (!data.valid()) return "425 No data connection.";
+  while (fault_.kind == Kind::kEndlessTransfer && goesOn() && sendAll(data, fault_.text)) {
+    pause(fault_.time);
+  }
   const std::string_view allowed = bytes.substr(0, transferLimit());
   sendAll(data, allowed);
   return endTransfer(std::move(data), allowed.size());
@@ -289,27 +283,29 @@ std::string FtpServerSession::endTransfer(TestSocket data, std::size_t bytes) {
 
 void FtpServerSession::say(const std::string& reply) {
   const std::string bytes = reply + "\r\n";
-  if (fault_.kind != Kind::kSplitReply) return sendAll(control_, bytes);
+  if (fault_.kind != Kind::kSplitReply) {
+    sendAll(control_, bytes);
+    return;
+  }
   for (const char c : bytes) {
     sendAll(control_, {&c, 1});
     pause(milliseconds{1});
   }
 }
 
-void FtpServerSession::sendAll(const TestSocket& socket, std::string_view bytes) {
+bool FtpServerSession::sendAll(const TestSocket& socket, std::string_view bytes) {
   while (goesOn() && !bytes.empty()) {
     if (!socket.waitWritable(kSlice)) continue;
     const std::size_t sent = socket.send(bytes.substr(0, kPiece));
-    if (sent == 0) return;
+    if (sent == 0) return false;
     bytes.remove_prefix(sent);
   }
+  return bytes.empty();
 }
 
 void FtpServerSession::babble() {
-  while (goesOn()) {
-    if (control_.waitWritable(kSlice) && control_.send(fault_.text) == 0) return control_.close();
-    pause(fault_.time);
-  }
+  while (sendAll(control_, fault_.text)) pause(fault_.time);
+  control_.close();
 }
 
 void FtpServerSession::waitForEnd() {
@@ -327,7 +323,7 @@ void FtpServerSession::pause(milliseconds time) const {
 }
 
 bool FtpServerSession::goesOn() const {
-  return control_.valid() && !server_.stopping_ && server_.hangUps_ == hangUpsBefore_;
+  return control_.valid() && !server_.stopping_;
 }
 
 std::string FtpServerSession::pathOf(const std::string& argument) const {

@@ -36,7 +36,6 @@ class FtpServerSession {
   std::string pwd(const std::string& argument);
   std::string cwd(const std::string& argument);
   std::string type(const std::string& argument);
-  std::string size(const std::string& argument);
   std::string pasv(const std::string& argument);
   std::string epsv(const std::string& argument);
   std::string port(const std::string& argument);
@@ -46,11 +45,10 @@ class FtpServerSession {
   std::string dele(const std::string& argument);
   std::string rnfr(const std::string& argument);
   std::string rnto(const std::string& argument);
-  std::string syst(const std::string& argument);
-  std::string feat(const std::string& argument);
-  std::string noop(const std::string& argument);
   std::string quit(const std::string& argument);
 
+  /// Opens the port of a passive transfer; its number.
+  int openPassivePort();
   /// Announces the transfer and connects for it; invalid when the client does not.
   TestSocket openData();
   /// Sends or receives up to the byte at which the script ends the transfer; both return the last
@@ -61,7 +59,8 @@ class FtpServerSession {
   std::string endTransfer(TestSocket data, std::size_t bytes);
 
   void say(const std::string& reply);
-  void sendAll(const TestSocket& socket, std::string_view bytes);
+  /// False when the client or the server is gone before the end.
+  bool sendAll(const TestSocket& socket, std::string_view bytes);
   void babble();
   void waitForEnd();
   void pause(std::chrono::milliseconds time) const;
@@ -69,7 +68,6 @@ class FtpServerSession {
   [[nodiscard]] std::string pathOf(const std::string& argument) const;
 
   ScriptedFtpServer& server_;
-  const int hangUpsBefore_;
   TestSocket control_;
   std::string received_;
   FtpFault fault_;
@@ -79,6 +77,7 @@ class FtpServerSession {
   bool loggedIn_ = false;
   TestSocket passive_;
   int activePort_ = 0;
+  TestSocket stranger_;
 };
 
 }  // namespace karvel

@@ -8,9 +8,9 @@ namespace {
 constexpr std::chrono::milliseconds kAcceptSlice{20};
 constexpr int kHighestPort = 60000;  ///< that the program takes from its settings
 
-TestSocket listenWithinReach(TestSocket::Family family) {
-  TestSocket listener = TestSocket::listen(family);
-  while (listener.port() > kHighestPort) listener = TestSocket::listen(family);
+TestSocket listenWithinReach(TestSocket::Host host) {
+  TestSocket listener = TestSocket::listen(host);
+  while (listener.port() > kHighestPort) listener = TestSocket::listen(host);
   return listener;
 }
 
@@ -26,7 +26,7 @@ ScriptedFtpServer::ScriptedFtpServer() : ScriptedFtpServer(Options()) {
 
 ScriptedFtpServer::ScriptedFtpServer(Options options)
     : options_(std::move(options)),
-      listener_(listenWithinReach(options_.family)),
+      listener_(listenWithinReach(options_.host)),
       port_(listener_.port()),
       thread_([this] { serve(); }) {
 }

@@ -26,11 +26,9 @@ class ScriptedFtpServer {
   static constexpr int kEvery = 0;
 
   struct Options {
-    TestSocket::Family family = TestSocket::Family::kIpv4;
+    TestSocket::Host host = TestSocket::Host::kIpv4;
     std::string user = "shop";
     std::string password = "secret";
-    /// The host part of replies to PASV.
-    std::string passiveHost = "127,0,0,1";
   };
 
   ScriptedFtpServer();
@@ -48,8 +46,6 @@ class ScriptedFtpServer {
   void on(const std::string& command, int occurrence, FtpFault fault);
   /// Forgets the script and the counts.
   void behave();
-  /// Ends the connection of the client that is there, whatever it waits for.
-  void hangUp() { ++hangUps_; }
   /// Gives this text for LIST instead of what is in the folder.
   void setListing(std::string text);
 
@@ -73,7 +69,6 @@ class ScriptedFtpServer {
   RemoteTree tree_;
   std::atomic<bool> stopping_ = false;
   std::atomic<int> connections_ = 0;
-  std::atomic<int> hangUps_ = 0;
 
   mutable std::mutex mutex_;
   std::map<std::pair<std::string, int>, FtpFault> script_;

@@ -15,14 +15,14 @@ void useLibrary() {
   [[maybe_unused]] static const shim::Library library;
 }
 
-/// The loopback address of a family, with a port.
+/// The loopback address of a host, with a port.
 struct Loopback {
   sockaddr_storage storage{};
   shim::Length length = 0;
 
-  Loopback(TestSocket::Family family, int port) {
+  Loopback(TestSocket::Host host, int port) {
     const auto networkPort = htons(static_cast<std::uint16_t>(port));
-    if (family == TestSocket::Family::kIpv6) {
+    if (host == TestSocket::Host::kIpv6) {
       auto& address = reinterpret_cast<sockaddr_in6&>(storage);
       address.sin6_family = AF_INET6;
       address.sin6_addr = in6addr_loopback;
@@ -31,7 +31,7 @@ struct Loopback {
     } else {
       auto& address = reinterpret_cast<sockaddr_in&>(storage);
       address.sin_family = AF_INET;
-      address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+      address.sin_addr.s_addr = htonl(INADDR_LOOPBACK + (host == TestSocket::Host::kOther ? 1 : 0));
       address.sin_port = networkPort;
       length = sizeof(sockaddr_in);
     }
@@ -74,23 +74,35 @@ TestSocket::~TestSocket() {
   close();
 }
 
-TestSocket TestSocket::listen(Family family) {
+TestSocket TestSocket::bound(Host host, int port) {
   useLibrary();
-  const Loopback address(family, 0);
-  const shim::Socket socket = ::socket(address.storage.ss_family, SOCK_STREAM, IPPROTO_TCP);
-  TestSocket listener(static_cast<Native>(socket));
+  const Loopback address(host, port);
+  TestSocket socket(
+      static_cast<Native>(::socket(address.storage.ss_family, SOCK_STREAM, IPPROTO_TCP)));
+  if (::bind(nativeOf(socket.socket_), address.get(), address.length) != 0) socket.close();
+  return socket;
+}
+
+TestSocket TestSocket::listen(Host host, int port) {
+  TestSocket listener = bound(host, port);
   constexpr int kBacklog = 16;
-  const bool good =
-      ::bind(socket, address.get(), address.length) == 0 && ::listen(socket, kBacklog) == 0;
-  if (!good) listener.close();
+  if (listener.valid() && ::listen(nativeOf(listener.socket_), kBacklog) != 0) listener.close();
   return listener;
 }
 
-TestSocket TestSocket::connect(Family family, int port) {
-  useLibrary();
-  const Loopback address(family, port);
-  TestSocket socket(
-      static_cast<Native>(::socket(address.storage.ss_family, SOCK_STREAM, IPPROTO_TCP)));
+TestSocket TestSocket::listenSilently(Host host, int port) {
+  TestSocket listener = bound(host, port);
+  const Loopback address(host, listener.port());
+  if (::listen(nativeOf(listener.socket_), 0) != 0) listener.close();
+  const auto waiting = ::socket(address.storage.ss_family, SOCK_STREAM, IPPROTO_TCP);
+  ::connect(waiting, address.get(), address.length);
+  shim::closeSocket(waiting);  // waits on, until it is accepted
+  return listener;
+}
+
+TestSocket TestSocket::connect(Host host, int port) {
+  TestSocket socket = bound(host, 0);
+  const Loopback address(host == Host::kOther ? Host::kIpv4 : host, port);
   if (::connect(nativeOf(socket.socket_), address.get(), address.length) != 0) socket.close();
   return socket;
 }

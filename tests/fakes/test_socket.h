@@ -12,16 +12,20 @@ namespace karvel {
 class TestSocket {
  public:
   using Milliseconds = std::chrono::milliseconds;
-  enum class Family { kIpv4, kIpv6 };
+  /// 127.0.0.1, ::1, and 127.0.0.2, which stands for another machine.
+  enum class Host { kIpv4, kIpv6, kOther };
 
   TestSocket() = default;
   TestSocket(TestSocket&& other) noexcept;
   TestSocket& operator=(TestSocket&& other) noexcept;
   ~TestSocket();
 
-  /// Listens on a free port.
-  static TestSocket listen(Family family);
-  static TestSocket connect(Family family, int port);
+  /// Listens, on a free port unless one is given; invalid when it is taken.
+  static TestSocket listen(Host host, int port = 0);
+  /// Listens, but answers nobody: the one connection that may wait is there already.
+  static TestSocket listenSilently(Host host, int port = 0);
+  /// Connects to a port of kIpv4 or kIpv6, and comes from there or from kOther.
+  static TestSocket connect(Host host, int port);
 
   [[nodiscard]] bool valid() const;
   [[nodiscard]] int port() const;  ///< the local one
@@ -45,6 +49,7 @@ class TestSocket {
   static constexpr Native kNone = -1;
 
   explicit TestSocket(Native socket) : socket_(socket) {}
+  static TestSocket bound(Host host, int port);
 
   Native socket_ = kNone;
 };

@@ -68,6 +68,7 @@ std::string portCommand(const SocketAddress& address) {
 }  // namespace
 
 FtpDataConnection::ErrorNumber FtpDataConnection::open(FtpControl& control, bool passive) {
+  if (control.ended() != 0) return control.ended();
   return passive ? openPassive(control) : openActive(control);
 }
 

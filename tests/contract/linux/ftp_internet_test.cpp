@@ -1,0 +1,239 @@
+#include "platform/linux/internet/ftp_internet.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include <string>
+#include <thread>
+#include <utility>
+
+#include "contract/internet_fixture.h"
+
+// What this platform's own FTP client promises beyond the port: the commands word for word, what a
+// session makes of its failures, and its limits.
+
+namespace karvel {
+namespace {
+
+using std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
+
+constexpr std::uint32_t kLimit = 300;  ///< milliseconds
+constexpr std::uint32_t kModes[] = {Internet::kFlagPassive, 0};
+
+class FtpInternetTest : public InternetTest {
+ protected:
+  /// The commands since the last call.
+  Names sent() {
+    Names lines = server_.transcript();
+    server_.clearTranscript();
+    return lines;
+  }
+  /// The number that a listing fails with; 0 when it does not.
+  Internet::ErrorNumber listError(Handle session) {
+    Internet::FindData entry;
+    const Handle find = internet_->findFirst(session, "*.*", entry);
+    if (find == 0) return internet_->lastError();
+    EXPECT_TRUE(internet_->close(find));
+    return 0;
+  }
+  Internet::ErrorNumber putError(Handle session, const std::string& content) {
+    return put(session, content, "x") ? 0 : internet_->lastError();
+  }
+};
+
+TEST_F(FtpInternetTest, EachCallSendsItsCommandsAndNothingElse) {
+  server_.tree().addFile("/old.csv", "old");
+  const Handle session = connect();
+  EXPECT_EQ(sent(), (Names{"USER shop", "PASS secret"}));
+  EXPECT_EQ(internet_->currentDirectory(session), "/");
+  EXPECT_EQ(sent(), (Names{"PWD"}));
+  EXPECT_EQ(list(session), (Names{"old.csv"}));
+  EXPECT_EQ(sent(), (Names{"TYPE A", "PASV", "LIST"}));
+  EXPECT_TRUE(put(session, "a\n", "new.xxx", Internet::kTransferAscii));
+  EXPECT_EQ(sent(), (Names{"PASV", "STOR new.xxx"}));
+  EXPECT_TRUE(put(session, "b", "new.bin"));
+  EXPECT_EQ(sent(), (Names{"TYPE I", "PASV", "STOR new.bin"}));
+  EXPECT_TRUE(internet_->deleteFile(session, "old.csv"));
+  EXPECT_EQ(sent(), (Names{"DELE old.csv"}));
+  EXPECT_TRUE(internet_->renameFile(session, "new.xxx", "old.csv"));
+  EXPECT_EQ(sent(), (Names{"RNFR new.xxx", "RNTO old.csv"}));
+  EXPECT_FALSE(internet_->setCurrentDirectory(session, "missing"));
+  EXPECT_EQ(sent(), (Names{"CWD missing"}));
+  Internet::FindData entry;
+  EXPECT_NE(internet_->findFirst(session, "a b*.txt", entry), 0U);
+  EXPECT_EQ(sent(), (Names{"TYPE A", "PASV", "LIST a b*.txt"}));
+  EXPECT_TRUE(internet_->close(root_));
+  EXPECT_EQ(sent(), (Names{"QUIT"}));
+}
+
+// A file of this platform may have either line end; its partner sends files as they are.
+TEST_F(FtpInternetTest, EveryLineEndOfATextIsCrLfOnTheWire) {
+  const std::string piece(16 * 1024 - 1, 'x');
+  const std::pair<std::string, std::string> cases[] = {
+      {"\n\na\nb", "\r\n\r\na\r\nb"},     {"a\r\nb\rc\r", "a\r\nb\rc\r"},     {"\r\r\n", "\r\r\n"},
+      {piece + "\r\ny", piece + "\r\ny"}, {piece + "x\ny", piece + "x\r\ny"},
+  };
+  const Handle session = connect();
+  for (const auto& [local, wire] : cases) {
+    EXPECT_TRUE(put(session, local, "t.csv", Internet::kTransferAscii));
+    EXPECT_EQ(server_.tree().content("/t.csv"), wire);
+  }
+}
+
+TEST_F(FtpInternetTest, WhatEndsASessionIsTheReasonOfEveryLaterCall) {
+  setTimeLimits(kLimit);
+  const struct {
+    const char* command;
+    FtpFault fault;
+    Internet::ErrorNumber error;
+  } cases[] = {
+      {"LIST", FtpFault::dropBefore(), Internet::kErrorConnectionAborted},
+      {"LIST", FtpFault::refuse("421 Idle for too long."), Internet::kErrorExtended},
+      {"LIST", FtpFault::replaceReply("Core dumped"), Internet::kErrorExtended},
+      {"LIST", FtpFault::stall(), Internet::kErrorTimeout},
+      {"PASV", FtpFault::silentPort(), Internet::kErrorTimeout},
+  };
+  server_.tree().addFile("/x", "x");
+  for (const auto& c : cases) {
+    server_.behave();
+    server_.on(c.command, 1, c.fault);
+    const Handle session = connect();
+    ASSERT_NE(session, 0U);
+    EXPECT_EQ(listError(session), c.error) << c.command;
+    const std::string text = internet_->lastResponse().text;
+    sent();
+    EXPECT_EQ(putError(session, "x"), c.error) << c.command;
+    EXPECT_FALSE(internet_->deleteFile(session, "x")) << "no late reply may answer this";
+    EXPECT_EQ(internet_->lastError(), c.error);
+    EXPECT_EQ(internet_->lastResponse().text, text);
+    EXPECT_TRUE(internet_->close(session));
+    EXPECT_EQ(sent(), Names{});
+  }
+  EXPECT_EQ(server_.connections(), std::ssize(cases));
+}
+
+TEST_F(FtpInternetTest, ASessionGoesOnAfterAFailedTransfer) {
+  const std::pair<const char*, FtpFault> cases[] = {
+      {"PASV", FtpFault::refusedPort()},
+      {"PASV", FtpFault::replaceReply("227 Entering Passive Mode")},
+      {"STOR", FtpFault::refuse("150 Opening.\r\n425 Cannot open.")},
+      {"STOR", FtpFault::cutTransfer(1000)},
+      {"STOR", FtpFault::refuse("226 That was all.")},
+  };
+  for (const auto& [command, fault] : cases) {
+    const Internet::ErrorNumber error = fault.kind == FtpFault::Kind::kRefusedPort
+                                            ? Internet::kErrorCannotConnect
+                                            : Internet::kErrorExtended;
+    for (const std::uint32_t mode : kModes) {
+      if (mode == 0 && command == std::string("PASV")) continue;
+      server_.behave();
+      server_.on(command, 1, fault);
+      const Handle session = connect(mode);
+      EXPECT_EQ(putError(session, std::string(1'000'000, 'x')), error) << command << fault.text;
+      EXPECT_EQ(putError(session, "x"), 0U) << command << fault.text;
+      EXPECT_EQ(server_.tree().content("/x"), "x");
+      EXPECT_TRUE(internet_->close(session));
+    }
+  }
+}
+
+TEST_F(FtpInternetTest, ASilentFirstAddressLeavesTimeForTheSecond) {
+  const TestSocket silent = TestSocket::listenSilently(TestSocket::Host::kOther, server_.port());
+  ASSERT_TRUE(silent.valid());
+  std::string askedFor;
+  FtpInternet internet([&](const std::string& host, std::uint16_t port) {
+    askedFor = host;
+    SocketAddresses addresses = addressesOf("127.0.0.2", port);
+    addresses.push_back(addressesOf("127.0.0.1", port).front());
+    return addresses;
+  });
+  const Handle root = internet.open();
+  EXPECT_TRUE(internet.setOption(root, Internet::kOptionConnectTimeout, 2 * kLimit));
+  Internet::Account account = this->account();
+  account.host = "two-addresses.example";
+  EXPECT_NE(internet.connect(root, account, 0), 0U) << internet.lastError();
+  EXPECT_EQ(askedFor, account.host);
+}
+
+TEST_F(FtpInternetTest, ASlowNameServiceIsGivenUp) {
+  FtpInternet internet([](const std::string&, std::uint16_t) {
+    std::this_thread::sleep_for(milliseconds{5 * kLimit});
+    return SocketAddresses();
+  });
+  const Handle root = internet.open();
+  EXPECT_TRUE(internet.setOption(root, Internet::kOptionConnectTimeout, kLimit));
+  const auto begin = Clock::now();
+  EXPECT_EQ(internet.connect(root, account(), 0), 0U);
+  EXPECT_EQ(internet.lastError(), Internet::kErrorNameNotResolved);
+  EXPECT_LT(Clock::now() - begin, milliseconds{4 * kLimit});
+}
+
+TEST_F(FtpInternetTest, AServerThatSpeaksNoFtpIsLeftInTime) {
+  setTimeLimits(kLimit);
+  for (const auto& [name, greeting] : kForeignGreetings) {
+    server_.behave();
+    server_.on(ScriptedFtpServer::kGreeting, 1, greeting);
+    const auto begin = Clock::now();
+    EXPECT_EQ(connect(), 0U) << name;
+    EXPECT_LT(Clock::now() - begin, milliseconds{10 * kLimit}) << name;
+  }
+}
+
+TEST_F(FtpInternetTest, ASlowServerIsNoSilentOne) {
+  setTimeLimits(kLimit);
+  const auto slow = FtpFault::delay(milliseconds{kLimit / 2});
+  for (const char* command : {"USER", "PASS", "PASV", "TYPE", "STOR"}) {
+    server_.on(command, ScriptedFtpServer::kEvery, slow);
+  }
+  const Handle session = connect();
+  EXPECT_EQ(putError(session, "x"), 0U);
+}
+
+TEST_F(FtpInternetTest, AnActiveConnectionMayComeLateButNotTooLate) {
+  setTimeLimits(kLimit);
+  server_.tree().addFile("/x", "x");
+  for (const char* command : {"LIST", "STOR"}) {
+    server_.on(command, 1, FtpFault::lateConnection(milliseconds{kLimit / 3}));
+    server_.on(command, 2, FtpFault::lateConnection(milliseconds{5 * kLimit}));
+  }
+  const Handle session = connect(0);
+  EXPECT_EQ(list(session), (Names{"x"}));
+  EXPECT_EQ(putError(session, "y"), 0U);
+  EXPECT_EQ(listError(session), Internet::kErrorTimeout);
+}
+
+TEST_F(FtpInternetTest, AServerThatStopsReadingIsGivenUp) {
+  setTimeLimits(kLimit);
+  server_.on("STOR", 1, FtpFault::stallTransfer(1000));
+  const Handle session = connect();
+  EXPECT_EQ(putError(session, std::string(20'000'000, 'x')), Internet::kErrorTimeout);
+}
+
+TEST_F(FtpInternetTest, AListingWithoutEndIsGivenUp) {
+  setTimeLimits(kLimit);
+  const std::string line = "-rw-r--r-- 1 a b 1 Jan 01  2024 x\r\n";
+  for (const std::uint32_t mode : kModes) {
+    server_.behave();
+    server_.on("LIST", 1, FtpFault::endlessTransfer(std::string(8192, 'x'), milliseconds{0}));
+    server_.on("LIST", 2, FtpFault::endlessTransfer(line, milliseconds{kLimit / 3}));
+    const Handle session = connect(mode);
+    EXPECT_EQ(listError(session), Internet::kErrorInternal) << "more than can be kept";
+    const auto begin = Clock::now();
+    EXPECT_EQ(listError(session), Internet::kErrorTimeout) << "dribbled";
+    EXPECT_LT(Clock::now() - begin, milliseconds{10 * kLimit});
+    EXPECT_TRUE(internet_->close(session));
+  }
+}
+
+TEST_F(FtpInternetTest, ClosingDoesNotWaitForASilentServer) {
+  server_.on("QUIT", 1, FtpFault::stall());
+  const Handle session = connect();
+  const auto begin = Clock::now();
+  EXPECT_TRUE(internet_->close(session));
+  EXPECT_LT(Clock::now() - begin, milliseconds{4000});
+}
+
+}  // namespace
+}  // namespace karvel
