@@ -2,24 +2,23 @@
 
 namespace karvel {
 
-bool FakeInternet::begin(const std::string& call, bool& result) {
+bool FakeInternet::attempt(const std::string& call, const std::function<bool()>& action) {
   calls.push_back(call);
-  result = true;
   const auto failure = fault ? fault(call) : std::nullopt;
-  if (!failure) return true;
+  if (!failure) return action();
   failure_ = *failure;
-  result = failure->number == 0;
+  return failure->number == 0;
+}
+
+bool FakeInternet::fail(const Failure& failure) {
+  failure_ = failure;
   return false;
 }
 
-Internet::Handle FakeInternet::newHandle() {
+Internet::Handle FakeInternet::newHandle(const std::string& call) {
+  if (!attempt(call, [] { return true; })) return 0;
   ++openHandles;
   return ++lastHandle_;
-}
-
-Internet::Handle FakeInternet::open() {
-  bool result = false;
-  return begin("open", result) ? newHandle() : 0;
 }
 
 bool FakeInternet::setOption(Handle, std::uint32_t option, std::uint32_t milliseconds) {
@@ -31,67 +30,49 @@ Internet::Handle FakeInternet::connect(Handle, const Account& who, std::uint32_t
   account = who;
   connectFlags = flags;
   current = "/";
-  bool result = false;
-  return begin("connect", result) ? newHandle() : 0;
+  return newHandle("connect");
 }
 
 bool FakeInternet::close(Handle) {
-  bool result = false;
-  if (begin("close", result)) --openHandles;
-  return result;
+  return attempt("close", [this] { return openHandles-- > 0; });
 }
 
 std::optional<std::string> FakeInternet::currentDirectory(Handle) {
-  bool result = false;
-  if (!begin("pwd", result)) return std::nullopt;
-  return current;
+  return attempt("pwd", [] { return true; }) ? std::optional(current) : std::nullopt;
 }
 
 bool FakeInternet::setCurrentDirectory(Handle, const std::string& folder) {
-  bool result = false;
-  if (!begin("cd " + folder, result)) return result;
-  std::string target = current;
-  if (target != "/") target += '/';
-  target += folder;
-  if (!folders.contains(target)) {
-    failure_ = {kErrorExtended, "550 no such folder"};
-    return false;
-  }
-  current = target;
-  return true;
+  return attempt("cd " + folder, [&] {
+    const std::string target = (current == "/" ? current : current + "/") + folder;
+    if (!folders.contains(target)) return fail({kErrorExtended, "550 no such folder"});
+    current = target;
+    return true;
+  });
 }
 
 bool FakeInternet::putFile(Handle, const std::string& localPath, const std::string& remoteName,
                            std::uint32_t transferType) {
-  bool result = false;
-  if (!begin("put " + remoteName, result)) return result;
-  const auto content = files_.contentOf(localPath);
-  if (!content) {
-    failure_ = {kErrorFileNotFound, ""};
-    return false;
-  }
-  folders[current][remoteName] = *content;
-  transferTypes[remoteName] = transferType;
-  return true;
+  return attempt("put " + remoteName, [&] {
+    const auto content = files_.contentOf(localPath);
+    if (!content) return fail({kErrorFileNotFound, ""});
+    folders[current][remoteName] = *content;
+    transferTypes[remoteName] = transferType;
+    return true;
+  });
 }
 
 bool FakeInternet::renameFile(Handle, const std::string& from, const std::string& to) {
-  bool result = false;
-  if (!begin("rename " + from + " " + to, result)) return result;
-  auto node = folders[current].extract(from);
-  if (!node) {
-    failure_ = {kErrorExtended, "550 no such file"};
-    return false;
-  }
-  node.key() = to;
-  folders[current].insert(std::move(node));
-  return true;
+  return attempt("rename " + from + " " + to, [&] {
+    auto node = folders[current].extract(from);
+    if (!node) return fail({kErrorExtended, "550 no such file"});
+    node.key() = to;
+    folders[current].insert(std::move(node));
+    return true;
+  });
 }
 
 bool FakeInternet::deleteFile(Handle, const std::string& remoteName) {
-  bool result = false;
-  if (!begin("delete " + remoteName, result)) return result;
-  return folders[current].erase(remoteName) > 0;
+  return attempt("delete " + remoteName, [&] { return folders[current].erase(remoteName) > 0; });
 }
 
 std::vector<Internet::FindData> FakeInternet::listing() const {
@@ -111,25 +92,20 @@ std::vector<Internet::FindData> FakeInternet::listing() const {
 }
 
 Internet::Handle FakeInternet::findFirst(Handle, const std::string&, FindData& entry) {
-  bool result = false;
-  if (!begin("list", result)) return 0;
+  const Handle find = newHandle("list");
   found_ = listing();
-  if (found_.empty()) {
-    failure_ = {kErrorNoMoreFiles, ""};
-    return 0;
-  }
-  entry = found_.front();
-  nextFound_ = 1;
-  return newHandle();
+  nextFound_ = 0;
+  if (find == 0 || takeFound(entry)) return find;
+  --openHandles;
+  return 0;
 }
 
 bool FakeInternet::findNext(Handle, FindData& entry) {
-  bool result = false;
-  if (!begin("next", result)) return false;
-  if (nextFound_ >= found_.size()) {
-    failure_ = {kErrorNoMoreFiles, ""};
-    return false;
-  }
+  return attempt("next", [&] { return takeFound(entry); });
+}
+
+bool FakeInternet::takeFound(FindData& entry) {
+  if (nextFound_ >= found_.size()) return fail({kErrorNoMoreFiles, ""});
   entry = found_[nextFound_++];
   return true;
 }

@@ -34,7 +34,7 @@ class FakeInternet final : public Internet {
   std::string current = "/";
   int openHandles = 0;
 
-  Handle open() override;
+  Handle open() override { return newHandle("open"); }
   bool setOption(Handle root, std::uint32_t option, std::uint32_t milliseconds) override;
   Handle connect(Handle root, const Account& account, std::uint32_t flags) override;
   bool close(Handle handle) override;
@@ -51,9 +51,11 @@ class FakeInternet final : public Internet {
   std::string systemMessage(ErrorNumber number) override;
 
  private:
-  /// Notes the call; false when it is to do nothing, with `result` as its outcome.
-  bool begin(const std::string& call, bool& result);
-  Handle newHandle();
+  /// Notes the call and, unless it is to fail, does it.
+  bool attempt(const std::string& call, const std::function<bool()>& action);
+  bool fail(const Failure& failure);
+  Handle newHandle(const std::string& call);
+  bool takeFound(FindData& entry);
   [[nodiscard]] std::vector<FindData> listing() const;
 
   FakeFiles& files_;
