@@ -10,13 +10,19 @@ bool FakeInternet::attempt(const std::string& call, const std::function<bool()>&
   return failure->number == 0;
 }
 
+bool FakeInternet::done(const std::string& call) {
+  bool done = false;
+  attempt(call, [&done] { return done = true; });
+  return done;
+}
+
 bool FakeInternet::fail(const Failure& failure) {
   failure_ = failure;
   return false;
 }
 
 Internet::Handle FakeInternet::newHandle(const std::string& call) {
-  if (!attempt(call, [] { return true; })) return 0;
+  if (!done(call)) return 0;
   ++openHandles;
   return ++lastHandle_;
 }
@@ -38,7 +44,7 @@ bool FakeInternet::close(Handle) {
 }
 
 std::optional<std::string> FakeInternet::currentDirectory(Handle) {
-  return attempt("pwd", [] { return true; }) ? std::optional(current) : std::nullopt;
+  return done("pwd") ? std::optional(current) : std::nullopt;
 }
 
 bool FakeInternet::setCurrentDirectory(Handle, const std::string& folder) {
@@ -101,7 +107,7 @@ Internet::Handle FakeInternet::findFirst(Handle, const std::string&, FindData& e
 }
 
 bool FakeInternet::findNext(Handle, FindData& entry) {
-  return attempt("next", [&] { return takeFound(entry); });
+  return done("next") && takeFound(entry);
 }
 
 bool FakeInternet::takeFound(FindData& entry) {

@@ -53,6 +53,8 @@ class FakeInternet final : public Internet {
  private:
   /// Notes the call and, unless it is to fail, does it.
   bool attempt(const std::string& call, const std::function<bool()>& action);
+  /// The same for a call whose success has an effect always.
+  bool done(const std::string& call);
   bool fail(const Failure& failure);
   Handle newHandle(const std::string& call);
   bool takeFound(FindData& entry);

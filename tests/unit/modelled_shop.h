@@ -22,7 +22,7 @@ class ModelledShop : protected ShopWorld {
 
   /// Starts the program with the settings as they are.
   void begin(const std::string& argument) {
-    closed_ = resident_ = sndNg_ = false;
+    closed_ = quits_ = resident_ = sndNg_ = false;
     shift_ = 0;
     stored_["FTP EXIT"] = stored_["FTP INIT"] = "0";
     const int presets[] = {0, 60, 360, 810, 1710};
@@ -32,6 +32,7 @@ class ModelledShop : protected ShopWorld {
     seen_ = stored_;
     if (argument == "-GRUP") {
       closed_ = true;
+      quits_ = desktop.hasQuit;
       return;  // a dialog has changed the fields already
     }
     const double type = numericValue(stored_["FTP TYPE"]);
@@ -44,6 +45,7 @@ class ModelledShop : protected ShopWorld {
     EXPECT_EQ(form().text(Field::kGroupName), stored_["GRUP NAME"]);
     EXPECT_EQ(form().chkPassive.value(), numericValue(stored_["FTP PSIV"]) != 0 ? 1 : 0);
     if (argument != "-INIT") stayOrEnd();
+    quits_ = false;  // there is no message loop yet
   }
 
   /// What registering in the dialog stores.
@@ -64,7 +66,7 @@ class ModelledShop : protected ShopWorld {
   }
 
   void beginClosing() {
-    closed_ = true;
+    closed_ = quits_ = true;
     resident_ = false;
   }
   int intervalStored() {
@@ -210,6 +212,7 @@ class ModelledShop : protected ShopWorld {
     EXPECT_EQ(desktop.tray.has_value(), resident_);
     EXPECT_EQ(desktop.timer->enabled(), resident_);
     EXPECT_TRUE(resident_ || desktop.openMenu.empty()) << "the panel ends the menu";
+    EXPECT_EQ(desktop.hasQuit, quits_);
     EXPECT_EQ(internet.openHandles, 0);
     for (const auto& [path, file] : files.files) {
       const bool work = path.ends_with(".txt") || path.ends_with(".inf") || path.ends_with(".TXT");
@@ -217,7 +220,6 @@ class ModelledShop : protected ShopWorld {
     }
     if (closed_) return;
     EXPECT_EQ(form().TimerCount, counter_);
-    EXPECT_FALSE(desktop.hasQuit);
     const bool send = form().Command1[FtpForm::Command::kSend].enabled();
     EXPECT_TRUE(send == sendAllowed(stored_) || send == sendAllowed(seen_));
     EXPECT_EQ(form().MyMenu_Send.enabled, send);
@@ -242,6 +244,7 @@ class ModelledShop : protected ShopWorld {
   bool takesFiles_ = true;  ///< likewise
 
   bool closed_ = true;
+  bool quits_ = false;
   bool endedInRun_ = false;
   bool resident_ = false;
   bool sndNg_ = false;

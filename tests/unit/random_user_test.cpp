@@ -237,7 +237,9 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected Modelled
       if (group != nullptr && field->row().index == GrpForm::Field::kWebGroup) continue;
       EXPECT_EQ(field->text(), form().Text1[field->row().index].text()) << "as the panel has it";
     }
-    if (group != nullptr) {
+    if (account != nullptr) {
+      EXPECT_EQ(account->chkPassive.value(), form().chkPassive.value());
+    } else {
       const Control& web = group->Text1[GrpForm::Field::kWebGroup];
       EXPECT_EQ(web.enabled(), userCode_.starts_with('G'));
       EXPECT_EQ(web.text(), web.enabled() || userCode_.empty() ? webGroup_ : "");
