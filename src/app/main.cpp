@@ -1,5 +1,7 @@
 #include <cstdio>
+#include <utility>
 
+#include "app/headless_desktop.h"
 #include "app/program.h"
 
 namespace {
@@ -14,9 +16,12 @@ bool needsDisplay(const std::string& commandLine) {
 
 int main(int argc, char** argv) {
   karvel::Platform platform = karvel::makePlatform(argc, argv);
-  if (needsDisplay(platform.commandLine) && !platform.desktop->hasDisplay()) {
-    std::fputs("karvel: 画面がないため設定を表示できません。\n", stderr);
-    return 1;
+  if (!platform.desktop->hasDisplay()) {
+    if (needsDisplay(platform.commandLine)) {
+      std::fputs("karvel: 画面がないため設定を表示できません。\n", stderr);
+      return 1;
+    }
+    platform.desktop = std::make_unique<karvel::HeadlessDesktop>(std::move(platform.desktop));
   }
   return karvel::Program(platform).run();
 }

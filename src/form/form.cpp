@@ -27,37 +27,43 @@ void Control::setCaption(std::string caption) {
 }
 
 void Control::setText(std::string text) {
-  if (text == text_) return;
+  if (text == text_ || !form_.takesInput()) return;
   text_ = std::move(text);
   changed();
-  if (onChange) onChange();
+  form_.run(onChange);
 }
 
 void Control::setValue(int value) {
   const int wanted = value != 0 ? 1 : 0;
-  if (wanted == value_) return;
+  if (wanted == value_ || !form_.takesInput()) return;
   value_ = wanted;
   changed();
-  if (onClick) onClick();
+  form_.run(onClick);
 }
 
 void Control::select() {
+  if (!form_.takesInput()) return;
   form_.selectOnly(*this);
-  if (onClick) onClick();
+  form_.run(onClick);
 }
 
 void Control::click() {
-  if (enabled_ && onClick) onClick();
+  if (enabled_) form_.run(onClick);
 }
 
 void Control::focus() {
-  if (onFocus) onFocus();
+  form_.run(onFocus);
 }
 
 void Control::setSelection(std::size_t start, std::size_t length) {
   selectionStart_ = start;
   selectionLength_ = length;
+  selectionRequested_ = true;
   changed();
+}
+
+bool Control::takeSelectionRequest() {
+  return std::exchange(selectionRequested_, false);
 }
 
 void Control::setItems(std::vector<std::string> items) {
@@ -112,17 +118,16 @@ void Form::setCaption(std::string caption) {
 }
 
 void Form::setVisible(bool visible) {
-  if (visible == visible_) return;
+  if (visible == visible_ || closed_) return;
   visible_ = visible;
-  if (view_ != nullptr) view_->formChanged();
-  if (!visible) keyEvent(0);
+  showChange();
 }
 
 void Form::setWindowState(WindowState state) {
   if (state == windowState_) return;
   windowState_ = state;
-  if (view_ != nullptr) view_->formChanged();
-  if (onResize) onResize();
+  showChange();
+  run(onResize);
 }
 
 void Form::setTopmost(bool topmost) {
@@ -131,9 +136,15 @@ void Form::setTopmost(bool topmost) {
   if (view_ != nullptr) view_->formChanged();
 }
 
+void Form::stopInput() {
+  keyEvent(0);
+  takesInput_ = false;
+  if (dialog_ != nullptr) dialog_->markClosed();
+}
+
 void Form::close() {
   if (onClose) {
-    onClose();
+    run(onClose);
   } else {
     markClosed();
   }
@@ -141,18 +152,23 @@ void Form::close() {
 
 void Form::markClosed() {
   if (closed_) return;
+  stopInput();
   closed_ = true;
-  setVisible(false);
+  visible_ = false;
   if (view_ != nullptr) view_->formChanged();
 }
 
 void Form::keyEvent(int shift) {
-  if (onKey) onKey(shift);
+  if (onKey && takesInput_) onKey(onScreen() ? shift : 0);
 }
 
-bool Form::acceptsKey(const Control& control, char32_t character) const {
-  if (!control.has(ControlRow::kDigitsOnly)) return true;
-  return character >= U'0' && character <= U'9';
+void Form::run(const std::function<void()>& handler) const {
+  if (handler && takesInput_) handler();
+}
+
+void Form::showChange() {
+  if (view_ != nullptr) view_->formChanged();
+  if (!onScreen()) keyEvent(0);
 }
 
 void Form::selectOnly(const Control& option) {
@@ -164,6 +180,10 @@ void Form::selectOnly(const Control& option) {
     control->selected_ = selected;
     control->changed();
   }
+}
+
+void MenuItem::choose(const Form& owner) const {
+  if (enabled && onClick && owner.takesInput()) onClick();
 }
 
 }  // namespace karvel

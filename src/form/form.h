@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace karvel {
@@ -20,7 +21,7 @@ enum class ControlKind : std::uint8_t {
   kButton,
   kOptionButton,  ///< exclusive among the controls of the same name
   kCheckBox,
-  kListBox,  ///< always hidden: it only holds values
+  kListBox,  ///< always hidden: it only holds values, some of which nobody reads
   kFrame,    ///< an etched rectangle behind other controls
   kLine,     ///< an etched horizontal line
 };
@@ -104,10 +105,13 @@ class Control {
   /// Text box: it has received the focus; runs onFocus.
   void focus();
 
-  /// Text box: asks the renderer to select the characters [start, start + length).
+  /// Text box: asks the renderer to select the characters [start, start + length), cut to the text.
+  /// The user may change the selection afterwards; what was asked for stays here.
   void setSelection(std::size_t start, std::size_t length);
   [[nodiscard]] std::size_t selectionStart() const { return selectionStart_; }
   [[nodiscard]] std::size_t selectionLength() const { return selectionLength_; }
+  /// For renderers: true once after each setSelection().
+  [[nodiscard]] bool takeSelectionRequest();
 
   /// List box.
   [[nodiscard]] const std::vector<std::string>& items() const { return items_; }
@@ -132,6 +136,7 @@ class Control {
   bool selected_ = false;
   std::size_t selectionStart_ = 0;
   std::size_t selectionLength_ = 0;
+  bool selectionRequested_ = false;
   std::vector<std::string> items_;
   std::vector<int> tabStops_;
 };
@@ -171,7 +176,9 @@ struct FormTable {
   std::span<const ControlRow> controls;
 };
 
-/// One screen. Hidden and in normal state until told otherwise.
+/// One screen. Hidden and in normal state until told otherwise. It takes input until stopInput():
+/// from then on texts, values and selected options stay as they are, and no handler of the form or
+/// of its controls runs, whatever the user does.
 class Form {
  public:
   explicit Form(const FormTable& table);
@@ -187,7 +194,8 @@ class Form {
   [[nodiscard]] const std::string& caption() const { return caption_; }
   void setCaption(std::string caption);
   [[nodiscard]] bool visible() const { return visible_; }
-  /// A window that is not shown holds no key: hiding it reports every modifier as released.
+  /// A closed form stays hidden. A window that is not shown holds no key: hiding or minimising it
+  /// reports every modifier as released.
   void setVisible(bool visible);
   [[nodiscard]] WindowState windowState() const { return windowState_; }
   /// A different state runs onResize, whether a user or the program sets it.
@@ -195,22 +203,22 @@ class Form {
   [[nodiscard]] bool topmost() const { return topmost_; }
   void setTopmost(bool topmost);
 
+  [[nodiscard]] bool takesInput() const { return takesInput_; }
+  /// A dialog that is open above the form is closed.
+  void stopInput();
+
   /// A modal dialog is open from showing until this is set.
   [[nodiscard]] bool closed() const { return closed_; }
-  /// Closes the form: runs onClose, or without one marks the form closed and hides it. The close
-  /// box of a window does the same.
+  /// Closes the form: runs onClose, or without one marks the form closed. The close box of a window
+  /// does the same.
   void close();
-  /// Marks the form closed and hides it.
+  /// Stops the input and hides the form, for good.
   void markClosed();
 
   /// A key was pressed or released while the window had the focus; `shift` is 1 Shift + 2 Ctrl +
   /// 4 Alt as they are after the event. The key itself goes on to its control. A window that loses
-  /// the focus holds no key any more.
+  /// the focus or is not on the screen holds no key: onKey runs with 0.
   void keyEvent(int shift);
-
-  /// A typed character (not a control key) that the focused control would receive; false when it
-  /// is to be discarded.
-  [[nodiscard]] bool acceptsKey(const Control& control, char32_t character) const;
 
   std::function<void()> onResize;
   std::function<void()> onClose;
@@ -221,7 +229,11 @@ class Form {
 
  private:
   friend class Control;
+  friend class DialogScope;
+  void run(const std::function<void()>& handler) const;
   void selectOnly(const Control& option);
+  void showChange();
+  [[nodiscard]] bool onScreen() const { return visible_ && windowState_ == WindowState::kNormal; }
 
   const FormTable& table_;
   std::vector<std::unique_ptr<Control>> controls_;
@@ -229,8 +241,24 @@ class Form {
   bool visible_ = false;
   WindowState windowState_ = WindowState::kNormal;
   bool topmost_ = false;
+  bool takesInput_ = true;
   bool closed_ = false;
+  Form* dialog_ = nullptr;  ///< open above this form
   FormView* view_ = nullptr;
+};
+
+/// For as long as a modal dialog is open above its owner, with which it is closed.
+class DialogScope {
+ public:
+  DialogScope(Form& owner, Form& dialog)
+      : owner_(owner), previous_(std::exchange(owner.dialog_, &dialog)) {}
+  ~DialogScope() { owner_.dialog_ = previous_; }
+  DialogScope(const DialogScope&) = delete;
+  DialogScope& operator=(const DialogScope&) = delete;
+
+ private:
+  Form& owner_;
+  Form* previous_;
 };
 
 /// An entry of a popup menu. A caption "-" is a separator line.
@@ -238,6 +266,10 @@ struct MenuItem {
   std::string caption;
   bool enabled = true;
   std::function<void()> onClick{};
+
+  /// The user has chosen it from the owner's menu: runs onClick when it is enabled and the owner
+  /// still takes input.
+  void choose(const Form& owner) const;
 };
 
 }  // namespace karvel

@@ -58,9 +58,11 @@ void PanelCommands::runFromPanel(SendMode mode) {
   }
   form_.SndNG = false;
   form_.disableCommands();
-  sendRun_.Snd(mode);
-  // A second click, or one of an impatient user, must not start the next run.
-  desktop_.discardInput(form_);
+  {
+    // A second click, or one of an impatient user, must not start the next run.
+    const BusyScope busy(desktop_, form_);
+    sendRun_.Snd(mode);
+  }
   form_.enableCommands();
 }
 

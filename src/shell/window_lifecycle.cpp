@@ -45,10 +45,10 @@ void WindowLifecycle::Task_PopMenu() {
 }
 
 void WindowLifecycle::unloadMainForm() {
-  // Both halves process messages: another request to close, or a click on the panel while it shows
-  // for a moment, must not get through.
-  if (std::exchange(closing_, true)) return;
-  form_.disableAll();
+  // Messages are processed meanwhile, among which may be another wish to close, or a click on the
+  // panel that shows for a moment.
+  if (!form_.takesInput()) return;
+  form_.stopInput();
   Form_QueryUnload();
   form_.markClosed();
   Form_Terminate();
@@ -60,7 +60,7 @@ void WindowLifecycle::Form_QueryUnload() {
 }
 
 void WindowLifecycle::Form_Resize() {
-  if (closing_ || form_.windowState() != WindowState::kMinimized) return;
+  if (form_.windowState() != WindowState::kMinimized) return;
   form_.Timer1->setEnabled(true);
   Task_Add();
 }

@@ -48,7 +48,6 @@ class WindowLifecycle {
   Files& files_;
   Clock& clock_;
   std::string programFolder_;
-  bool closing_ = false;
 };
 
 }  // namespace karvel

@@ -75,7 +75,8 @@ void FtpForm::Text1_GotFocus(int index) {
 }
 
 void FtpForm::Command3_Click() {
-  const std::string folder = desktop_.browseForFolder(*this, "フォルダの選択");
+  const std::string folder =
+      desktop_.browseForFolder(*this, "フォルダの選択", text(Field::kOutputFolder));
   if (!folder.empty()) Text1[Field::kOutputFolder].setText(folder);
 }
 
@@ -147,11 +148,6 @@ void FtpForm::showShopCaption() {
 void FtpForm::disableCommands() {
   MyMenu_Send.enabled = false;
   for (Control* command : Command1.all()) command->setEnabled(false);
-}
-
-void FtpForm::disableAll() {
-  for (MenuItem* item : MyMenu_Task) item->enabled = false;
-  for (const auto& control : controls()) control->setEnabled(false);
 }
 
 void FtpForm::enableCommands() {

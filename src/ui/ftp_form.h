@@ -93,8 +93,6 @@ class FtpForm final : public Form {
   void showShopCaption();
   /// Disables the tray menu's send entry and the command buttons while a run lasts.
   void disableCommands();
-  /// Disables everything that a user can reach: the program is about to end.
-  void disableAll();
   /// Enables them again: those of the send as the panel's state allows.
   void enableCommands();
 

@@ -191,9 +191,11 @@ TEST_F(Window, ClicksOfABusyTimeCanBeForgotten) {
   command.onClick = [&] {
     if (++runs > 1) return;
     command.setEnabled(false);
-    user_.clickAhead(widget("Button", 2));
-    user_.clickAhead(widget("Option", 1));
-    desktop_->discardInput(form_);
+    {
+      const BusyScope busy(*desktop_, form_);
+      user_.clickAhead(widget("Button", 2));
+      user_.clickAhead(widget("Option", 1));
+    }
     command.setEnabled(true);
   };
   user_.click(widget("Button", 2));

@@ -32,12 +32,12 @@ class FakeDesktop final : public Desktop {
     bool operator==(const MessageBox&) const = default;
   };
 
-  std::function<void(Form&)> onModal;     ///< the user in a modal dialog, before it is closed
-  std::function<void()> onMessageBox;     ///< what happens while a message box is open
-  std::function<void()> onPending;        ///< a message waiting in the queue
-  std::function<void()> onDiscard;        ///< before waiting clicks and keys are forgotten
-  std::string chosenFolder;               ///< answer of the folder dialog
-  std::vector<std::string> folderTitles;  ///< titles of the folder dialogs shown
+  std::function<void(Form&)> onModal;      ///< the user in a modal dialog, before it is closed
+  std::function<void()> onMessageBox;      ///< what happens while a message box is open
+  std::function<void()> onPending;         ///< a message waiting in the queue
+  std::function<void()> onBusyEnd;         ///< before waiting clicks and keys are discarded
+  std::string chosenFolder;                ///< answer of the folder dialog
+  std::vector<std::string> folderDialogs;  ///< of those shown: title and where they began
   std::vector<MessageBox> messageBoxes;
   std::vector<std::string> modals;  ///< names of the dialogs shown
   std::optional<TrayImage> tray;    ///< the icon, while there is one
@@ -46,27 +46,30 @@ class FakeDesktop final : public Desktop {
   std::vector<MenuItem*> openMenu;
   std::function<void()> endSession;
   FakeTimer* timer = nullptr;  ///< the last one made
+  bool busy = false;
   bool hasQuit = false;
 
   bool hasDisplay() const override { return true; }
   void bind(Form&) override {}
   void release(Form&) override {}
-  void showModal(Form& dialog, Form&) override {
+  void showModal(Form& dialog, Form& owner) override {
+    const DialogScope open(owner, dialog);
     modals.emplace_back(dialog.table().name);
     dialog.setVisible(true);
     if (onModal) onModal(dialog);
     if (!dialog.closed()) dialog.close();
   }
-  void discardInput(Form&) override {
-    if (onDiscard) onDiscard();
+  void setBusy(Form&, bool nowBusy) override {
+    busy = nowBusy;
+    if (!busy && onBusyEnd) onBusyEnd();
   }
   void bringToForeground(Form&) override {}
   void messageBox(Form&, const std::string& title, const std::string& text) override {
     messageBoxes.push_back({title, text});
     if (onMessageBox) onMessageBox();
   }
-  std::string browseForFolder(Form&, const std::string& title) override {
-    folderTitles.push_back(title);
+  std::string browseForFolder(Form&, const std::string& title, const std::string& start) override {
+    folderDialogs.push_back(title + " " + start);
     return chosenFolder;
   }
   void addTrayIcon(Form&, TrayImage image, const std::string& tip,

@@ -28,7 +28,7 @@ TEST_F(Panel, TakesAFlagForOneByItsNumericValue) {
 TEST_F(Panel, NamesTheFolderDialogAndSelectsAFieldThatIsEntered) {
   desktop.chosenFolder = "表町";
   form().Command3.click();
-  EXPECT_EQ(desktop.folderTitles, std::vector<std::string>{"フォルダの選択"});
+  EXPECT_EQ(desktop.folderDialogs, std::vector<std::string>{"フォルダの選択 out"});
   form().Text1[Field::kOutputFolder].focus();
   EXPECT_EQ(form().Text1[Field::kOutputFolder].selectionLength(), 2U);
 }

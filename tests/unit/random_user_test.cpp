@@ -30,7 +30,7 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected Modelled
       endedInRun_ = true;
       endSession();
     };
-    desktop.onDiscard = [this] { expectCommandsDisabled(); };
+    desktop.onBusyEnd = [this] { expectCommandsDisabled(); };
   }
 
   void live(int actions) {

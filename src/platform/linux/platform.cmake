@@ -1,5 +1,5 @@
 find_package(Threads REQUIRED)
-find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
+find_package(Qt6 6.4 REQUIRED COMPONENTS DBus Widgets)
 find_library(XCB_LIBRARY xcb REQUIRED)
 
 karvel_sources(platform_sources src/platform/linux/*.cpp src/platform/linux/*/*.cpp)
@@ -7,7 +7,7 @@ qt6_add_resources(image_sources ${CMAKE_SOURCE_DIR}/assets/icons/icons.qrc)
 add_library(karvel_platform STATIC ${platform_sources} ${image_sources})
 target_link_libraries(karvel_platform
   PUBLIC karvel_core Qt6::Widgets
-  PRIVATE Threads::Threads ${XCB_LIBRARY})
+  PRIVATE Qt6::DBus Threads::Threads ${XCB_LIBRARY})
 
 function(karvel_finish_program target)
 endfunction()

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 
-#include "platform/linux/desktop/headless_desktop.h"
 #include "platform/linux/desktop/qt_desktop.h"
 #include "platform/linux/desktop/qt_display.h"
 #include "platform/linux/internet/ftp_internet.h"
@@ -25,11 +24,6 @@ std::string joinedArguments(int argc, char** argv) {
   return joined;
 }
 
-std::unique_ptr<Desktop> makeDesktop() {
-  if (findDisplay()) return std::make_unique<QtDesktop>();
-  return std::make_unique<HeadlessDesktop>();
-}
-
 }  // namespace
 
 Platform makePlatform(int argc, char** argv) {
@@ -41,7 +35,7 @@ Platform makePlatform(int argc, char** argv) {
   platform.profile = std::make_unique<IniProfile>();
   platform.internet = std::make_unique<FtpInternet>();
   platform.instance = std::make_unique<UserInstance>();
-  platform.desktop = makeDesktop();
+  platform.desktop = std::make_unique<QtDesktop>(findDisplay());
   return platform;
 }
 

@@ -121,7 +121,7 @@ class PaintCounter final : public QObject {
 }  // namespace
 
 std::unique_ptr<Desktop> makeDesktop() {
-  return std::make_unique<QtDesktop>();
+  return std::make_unique<QtDesktop>(true);
 }
 
 Widget User::window(const Form& form) {

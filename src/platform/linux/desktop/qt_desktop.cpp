@@ -13,8 +13,7 @@
 #include <utility>
 
 #include "platform/linux/desktop/qt_dialogs.h"
-#include "platform/linux/desktop/qt_images.h"
-#include "platform/linux/desktop/qt_style.h"
+#include "platform/linux/desktop/qt_look.h"
 
 namespace karvel {
 namespace {
@@ -51,29 +50,62 @@ bool everyWindowDrawn() {
   });
 }
 
+/// The application; `onTerminate` runs when the session manager ends it, for which Qt would close
+/// the windows and leave the loop without a word.
+template <class Base>
+class Application final : public Base {
+ public:
+  Application(int& count, char** values, std::function<void()> onTerminate)
+      : Base(count, values), onTerminate_(std::move(onTerminate)) {}
+
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::Quit) return Base::event(event);
+    onTerminate_();
+    return true;
+  }
+
+ private:
+  std::function<void()> onTerminate_;
+};
+
+template <class Base>
+std::unique_ptr<QCoreApplication> makeApplication(int& count, char** values,
+                                                  std::function<void()> onTerminate) {
+  return std::make_unique<Application<Base>>(count, values, std::move(onTerminate));
+}
+
 }  // namespace
 
-QtDesktop::QtDesktop()
+QtDesktop::QtDesktop(bool hasDisplay)
     : endSignals_(endSignals()),
-      application_(arguments_.count, arguments_.values),
+      hasDisplay_(hasDisplay),
+      application_((hasDisplay ? makeApplication<QApplication>
+                               : makeApplication<QCoreApplication>)(arguments_.count,
+                                                                    arguments_.values,
+                                                                    [this] { endSession(); })),
       endSignalNotifier_(endSignals_.descriptor(), QSocketNotifier::Read) {
+  QCoreApplication::setQuitLockEnabled(false);
+  QObject::connect(&endSignalNotifier_, &QSocketNotifier::activated, [this] {
+    if (endSignals_.take()) endSession();
+  });
+  if (hasDisplay) setUpWindows();
+}
+
+void QtDesktop::setUpWindows() {
   installQtStyle();
   QApplication::setWindowIcon(qtWindowImage());
   QApplication::setQuitOnLastWindowClosed(false);
-  QApplication::setQuitLockEnabled(false);
   // Qt's own words, as in the folder dialog; the program does without them where they are missing.
   if (translator_.load(QStringLiteral("qtbase_ja"),
                        QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QApplication::installTranslator(&translator_);
   }
-  QObject::connect(&endSignalNotifier_, &QSocketNotifier::activated, [this] {
-    if (endSignals_.take()) endSession();
+  // The session manager asks everyone to save: before the session ends, if nobody cancels that,
+  // and whenever it likes. The program has nothing to save, and is started by the log-in alone.
+  QObject::connect(qApp, &QGuiApplication::commitDataRequest, [](QSessionManager& manager) {
+    manager.setRestartHint(QSessionManager::RestartNever);
   });
-  QObject::connect(&application_, &QGuiApplication::commitDataRequest,
-                   [this](QSessionManager& manager) {
-                     manager.setRestartHint(QSessionManager::RestartNever);
-                     endSession();
-                   });
 }
 
 QtDesktop::~QtDesktop() {
@@ -88,13 +120,18 @@ void QtDesktop::bind(Form& form) {
 }
 
 void QtDesktop::release(Form& form) {
+  if (trayOwner_ == &form) removeTrayIcon();
   views_.erase(&form);
 }
 
 void QtDesktop::showModal(Form& dialog, Form& owner) {
-  if (quitting_) return;
+  if (!canAsk(owner)) {
+    dialog.close();
+    return;
+  }
   closeQtPopup();
   release(dialog);
+  const DialogScope open(owner, dialog);
   auto& view = views_[&dialog];
   view = std::make_unique<QtFormView>(dialog, visibleWindow(owner), Qt::ApplicationModal);
   QEventLoop loop;
@@ -104,7 +141,12 @@ void QtDesktop::showModal(Form& dialog, Form& owner) {
   release(dialog);
 }
 
-void QtDesktop::discardInput(Form& form) {
+void QtDesktop::setBusy(Form& form, bool busy) {
+  if (busy) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    return;
+  }
+  QApplication::restoreOverrideCursor();
   if (QtFormWindow* window = visibleWindow(form)) window->discardInput();
 }
 
@@ -116,21 +158,24 @@ void QtDesktop::bringToForeground(Form& form) {
 }
 
 void QtDesktop::messageBox(Form& owner, const std::string& title, const std::string& text) {
-  if (quitting_) return;
+  if (!canAsk(owner)) return;
   closeQtPopup();
   showQtMessage(visibleWindow(owner), title, text);
 }
 
-std::string QtDesktop::browseForFolder(Form& owner, const std::string& title) {
-  if (quitting_) return {};
+std::string QtDesktop::browseForFolder(Form& owner, const std::string& title,
+                                       const std::string& start) {
+  if (!canAsk(owner)) return {};
   closeQtPopup();
-  return chooseQtFolder(visibleWindow(owner), title);
+  return chooseQtFolder(visibleWindow(owner), title, start);
 }
 
-void QtDesktop::addTrayIcon(Form&, TrayImage image, const std::string& tip,
+void QtDesktop::addTrayIcon(Form& owner, TrayImage image, const std::string& tip,
                             std::function<void()> onRightButtonUp) {
+  trayOwner_ = &owner;
   trayIcon_ = std::make_unique<QtTrayIcon>(
-      image, tip, [this, handler = std::move(onRightButtonUp)] { openTrayMenu(handler); });
+      tip, [this, handler = std::move(onRightButtonUp)] { openTrayMenu(handler); });
+  changeTrayIcon(image, tip);
 }
 
 void QtDesktop::openTrayMenu(const std::function<void()>& onRightButtonUp) {
@@ -143,18 +188,21 @@ void QtDesktop::openTrayMenu(const std::function<void()>& onRightButtonUp) {
 }
 
 void QtDesktop::changeTrayIcon(TrayImage image, const std::string& tip) {
-  if (trayIcon_) trayIcon_->change(image, tip);
+  if (!trayIcon_) return;
+  trayIcon_->change(image, tip);
+  QApplication::setWindowIcon(qtTrayImage(image));
 }
 
 void QtDesktop::removeTrayIcon() {
   closeQtPopup();
   trayIcon_.reset();
+  trayOwner_ = nullptr;
 }
 
-void QtDesktop::popupMenu(Form&, const std::vector<MenuItem*>& items) {
-  if (quitting_) return;
-  MenuItem* chosen = chooseFromQtMenu(items);
-  if (chosen != nullptr && chosen->enabled && chosen->onClick) chosen->onClick();
+void QtDesktop::popupMenu(Form& owner, const std::vector<MenuItem*>& items) {
+  if (!canAsk(owner)) return;
+  const MenuItem* chosen = chooseFromQtMenu(items);
+  if (chosen != nullptr && !quitting_) chosen->choose(owner);
 }
 
 std::unique_ptr<Timer> QtDesktop::createTimer(std::chrono::milliseconds interval,
@@ -164,6 +212,7 @@ std::unique_ptr<Timer> QtDesktop::createTimer(std::chrono::milliseconds interval
 
 void QtDesktop::processPendingMessages() {
   QCoreApplication::processEvents();
+  if (!hasDisplay_) return;
   // The window system asks a while later to draw a window that has just been shown. The caller may
   // be about to keep the message loop waiting, and the window must not stand there empty.
   const QDeadlineTimer limit(kDrawingTime);

@@ -7,26 +7,29 @@
 #include <memory>
 
 #include "platform/desktop.h"
-#include "platform/linux/desktop/qt_form_view.h"
+#include "platform/linux/desktop/qt_form_window.h"
 #include "platform/linux/desktop/qt_tray_icon.h"
 #include "platform/linux/system/end_signals.h"
 
 namespace karvel {
 
-/// The desktop by Qt Widgets. A display must be there (see qt_display.h).
+/// The desktop by Qt Widgets. Without a display there are timers and the message loop; windows must
+/// not be asked for then.
 class QtDesktop final : public Desktop {
  public:
-  QtDesktop();
+  /// See qt_display.h.
+  explicit QtDesktop(bool hasDisplay);
   ~QtDesktop() override;
 
-  bool hasDisplay() const override { return true; }
+  bool hasDisplay() const override { return hasDisplay_; }
   void bind(Form& form) override;
   void release(Form& form) override;
   void showModal(Form& dialog, Form& owner) override;
-  void discardInput(Form& form) override;
+  void setBusy(Form& form, bool busy) override;
   void bringToForeground(Form& form) override;
   void messageBox(Form& owner, const std::string& title, const std::string& text) override;
-  std::string browseForFolder(Form& owner, const std::string& title) override;
+  std::string browseForFolder(Form& owner, const std::string& title,
+                              const std::string& start) override;
   void addTrayIcon(Form& owner, TrayImage image, const std::string& tip,
                    std::function<void()> onRightButtonUp) override;
   void changeTrayIcon(TrayImage image, const std::string& tip) override;
@@ -48,17 +51,21 @@ class QtDesktop final : public Desktop {
     char* values[2] = {name, nullptr};
   };
 
+  void setUpWindows();
   void endSession();
+  [[nodiscard]] bool canAsk(const Form& owner) const { return !quitting_ && owner.takesInput(); }
   void openTrayMenu(const std::function<void()>& onRightButtonUp);
   /// The form's window while it is on the screen, or nullptr.
   [[nodiscard]] QtFormWindow* visibleWindow(const Form& form) const;
 
   EndSignals& endSignals_;  // first: their effect is blocked in Qt's threads, too
   Arguments arguments_;
-  QApplication application_;
+  bool hasDisplay_;
+  std::unique_ptr<QCoreApplication> application_;
   QTranslator translator_;
   QSocketNotifier endSignalNotifier_;
   std::map<const Form*, std::unique_ptr<QtFormView>> views_;
+  const Form* trayOwner_ = nullptr;
   std::unique_ptr<QtTrayIcon> trayIcon_;
   std::function<void()> endSessionHandler_;
   bool quitting_ = false;

@@ -21,8 +21,9 @@ void showQtMessage(QWidget* owner, const std::string& title, const std::string& 
   box.exec();
 }
 
-std::string chooseQtFolder(QWidget* owner, const std::string& title) {
-  QFileDialog dialog(owner, toQt(title), QDir::homePath());
+std::string chooseQtFolder(QWidget* owner, const std::string& title, const std::string& start) {
+  const bool begins = !start.empty() && QFileInfo(toQt(start)).isDir();
+  QFileDialog dialog(owner, toQt(title), begins ? toQt(start) : QDir::homePath());
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   dialog.setLabelText(QFileDialog::Accept, QStringLiteral("OK"));

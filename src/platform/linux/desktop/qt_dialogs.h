@@ -14,8 +14,9 @@ struct MenuItem;
 
 void showQtMessage(QWidget* owner, const std::string& title, const std::string& text);
 
-/// The chosen folder's path, or "" when cancelled.
-std::string chooseQtFolder(QWidget* owner, const std::string& title);
+/// The chosen folder's path, or "" when cancelled. Begins at the folder `start`, or at home where
+/// there is none.
+std::string chooseQtFolder(QWidget* owner, const std::string& title, const std::string& start);
 
 /// A menu at the mouse pointer; the chosen entry, or nullptr.
 MenuItem* chooseFromQtMenu(const std::vector<MenuItem*>& items);

@@ -1,16 +1,18 @@
 #include "platform/linux/desktop/qt_form_window.h"
 
 #include <QApplication>
-#include <QButtonGroup>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QPushButton>
+#include <QPointer>
 #include <QScreen>
 #include <QTimer>
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
-#include "platform/linux/desktop/qt_dialog_units.h"
+#include "form/layout.h"
+#include "platform/linux/desktop/qt_controls.h"
+#include "platform/linux/desktop/qt_look.h"
 #include "platform/linux/desktop/qt_text.h"
 
 namespace karvel {
@@ -23,6 +25,11 @@ Qt::WindowFlags windowFlagsOf(const Form& form, bool owned) {
   if (form.table().canMinimize) flags |= Qt::WindowMinimizeButtonHint;
   if (form.topmost()) flags |= Qt::WindowStaysOnTopHint;
   return flags;
+}
+
+QString objectNameOf(const ControlRow& row) {
+  return QString::fromUtf8(row.name) +
+         (row.index == ControlRow::kNoIndex ? QString() : QString::number(row.index));
 }
 
 struct ModifierKey {
@@ -48,6 +55,31 @@ int shiftMask(const QKeyEvent& event) {
   return mask;
 }
 
+AnswerKey answerKeyOf(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return AnswerKey::kEnter;
+    case Qt::Key_Escape:
+      return AnswerKey::kEscape;
+    default:
+      return AnswerKey::kNone;
+  }
+}
+
+int arrowStepOf(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+      return -1;
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+      return 1;
+    default:
+      return 0;
+  }
+}
+
 bool isInput(const QEvent& event) {
   switch (event.type()) {
     case QEvent::KeyPress:
@@ -61,89 +93,74 @@ bool isInput(const QEvent& event) {
   }
 }
 
-/// Enter or Escape, sent once more because the key is held down.
-bool isRepeatedAnswer(const QKeyEvent& event) {
-  const int key = event.key();
-  return event.isAutoRepeat() &&
-         (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape);
+void syncFocusPolicy(const Form& form, QtControlWidget& widget) {
+  Qt::FocusPolicy policy = Qt::NoFocus;
+  if (widget.control().row().tabOrder != ControlRow::kNoTab) {
+    policy = isTabStop(form, widget.control()) ? Qt::StrongFocus : Qt::ClickFocus;
+  }
+  widget.widget().setFocusPolicy(policy);
+}
+
+PixelRect toPixels(const QRect& rect) {
+  return {rect.left(), rect.top(), rect.width(), rect.height()};
 }
 
 }  // namespace
 
 QtFormWindow::QtFormWindow(Form& form, QWidget* owner)
-    : QWidget(owner, windowFlagsOf(form, owner != nullptr)), form_(&form) {
+    : QWidget(owner, windowFlagsOf(form, owner != nullptr)), link_(form), focusKeeper_(form) {
   setObjectName(QString::fromUtf8(form.table().name));
   installEventFilter(this);
   addControls();
-  chainTabOrder();
   layOut();
 }
 
 QtFormWindow::~QtFormWindow() = default;
 
+/// Qt moves the focus in the order in which the widgets are made.
 void QtFormWindow::addControls() {
-  for (const auto& control : form_->controls()) {
-    if (control->has(ControlRow::kHidden)) continue;
+  for (Control* control : stackingOrder(*link_.form())) {
     const ControlRow& row = control->row();
-    auto& group = optionGroups_[row.name];
-    if (!group) group = std::make_unique<QButtonGroup>();
-    widgets_.push_back(makeQtControlWidget(*form_, *control, *this, *group));
+    widgets_.push_back(makeQtControlWidget(*control, link_, *this));
 
     QWidget& widget = widgets_.back()->widget();
-    widget.setObjectName(QString::fromUtf8(row.name) + (row.index == ControlRow::kNoIndex
-                                                            ? QString()
-                                                            : QString::number(row.index)));
+    widget.setObjectName(objectNameOf(row));
     widget.setToolTip(QString::fromUtf8(row.toolTip));
     const std::string_view spoken = row.accessibleName;
     widget.setAccessibleName(QString::fromUtf8(spoken.empty() ? row.caption : row.accessibleName));
     widget.installEventFilter(this);
     widgets_.back()->sync();
-  }
-}
-
-void QtFormWindow::chainTabOrder() {
-  std::vector<QtControlWidget*> chain;
-  for (const auto& widget : widgets_) {
-    if (widget->control().row().tabOrder == ControlRow::kNoTab) {
-      widget->widget().setFocusPolicy(Qt::NoFocus);
-    } else {
-      chain.push_back(widget.get());
-    }
-  }
-  std::sort(chain.begin(), chain.end(), [](const auto* left, const auto* right) {
-    return left->control().row().tabOrder < right->control().row().tabOrder;
-  });
-  for (std::size_t i = 1; i < chain.size(); ++i) {
-    setTabOrder(&chain[i - 1]->widget(), &chain[i]->widget());
+    syncFocusPolicy(*link_.form(), *widgets_.back());
   }
 }
 
 void QtFormWindow::layOut() {
   layingOut_ = true;
-  const QtDialogUnits units(font());
-  const FormTable& table = form_->table();
+  const DialogUnits units = qtDialogUnits(font());
+  const FormTable& table = link_.form()->table();
   setFixedSize(units.horizontal(table.width), units.vertical(table.height));
   for (const auto& widget : widgets_) {
-    widget->widget().setGeometry(units.rect(widget->control().row().rect));
+    const PixelRect place = units.rect(widget->control().row().rect);
+    widget->widget().setGeometry(place.left, place.top, place.width, place.height);
     widget->applyLook(*this);
   }
   layingOut_ = false;
 }
 
 void QtFormWindow::syncForm() {
-  setWindowTitle(literalTitle(form_->caption()));
-  if (!form_->visible()) {
-    hide();
+  const Form& form = *link_.form();
+  setWindowTitle(literalTitle(form.caption()));
+  if (!form.visible()) {
+    hideAndKeepPlace();
     return;
   }
   const bool onTop = windowFlags().testFlag(Qt::WindowStaysOnTopHint);
-  if (onTop != form_->topmost()) setWindowFlag(Qt::WindowStaysOnTopHint, form_->topmost());
+  if (onTop != form.topmost()) setWindowFlag(Qt::WindowStaysOnTopHint, form.topmost());
   applyStateOfWindow();
 }
 
 void QtFormWindow::applyStateOfWindow() {
-  const bool minimized = form_->windowState() == WindowState::kMinimized;
-  if (minimized) {
+  if (link_.form()->windowState() == WindowState::kMinimized) {
     // Later, and only if the form does not hide its window now that it is minimised: the window
     // manager's word on it would arrive when the window is shown again.
     QTimer::singleShot(0, this, [this] { minimizeIfStillShown(); });
@@ -153,46 +170,46 @@ void QtFormWindow::applyStateOfWindow() {
 }
 
 void QtFormWindow::minimizeIfStillShown() {
-  if (form_ == nullptr || !form_->visible()) return;
-  if (form_->windowState() == WindowState::kMinimized) showMinimized();
+  const Form* form = link_.form();
+  if (form == nullptr || !form->visible()) return;
+  if (form->windowState() == WindowState::kMinimized) showMinimized();
 }
 
 void QtFormWindow::showInFront() {
-  if (!isVisible()) centre();
+  if (!isVisible()) move(place_ ? *place_ : firstPlaceOnScreen());
   painted_ = painted_ && isVisible() && !isMinimized();
   showNormal();
   raise();
   activateWindow();
   if (focusWidget() != nullptr) return;
-  if (QtControlWidget* first = firstInTabOrder()) first->widget().setFocus();
+  if (const Control* first = nextTabStop(*link_.form(), nullptr)) giveFocus(*first);
 }
 
-void QtFormWindow::centre() {
+void QtFormWindow::hideAndKeepPlace() {
+  if (isVisible() && painted_) place_ = pos();
+  hide();
+}
+
+QPoint QtFormWindow::firstPlaceOnScreen() const {
   const QWidget* owner = parentWidget();
-  const QRect around = owner != nullptr ? owner->frameGeometry() : screen()->availableGeometry();
-  move(around.center() - rect().center());
+  const QRect usable = (owner != nullptr ? owner : this)->screen()->availableGeometry();
+  const QRect around = owner != nullptr ? owner->frameGeometry() : usable;
+  const PixelPoint place = firstPlace(toPixels(rect()), toPixels(around), toPixels(usable));
+  return {place.x, place.y};
 }
 
 void QtFormWindow::syncControl(Control& control) {
+  const Control* focused = focusedControl();
   for (const auto& widget : widgets_) {
-    if (&widget->control() != &control) continue;
-    const QWidget* focused = focusWidget();
+    const bool changed = &widget->control() == &control;
+    // Where the keyboard enters a group depends on all of its options.
+    if (!changed && !excludeEachOther(widget->control(), control)) continue;
     widget->sync();
-    keepFocusFor(widget->widget(), focused);
+    syncFocusPolicy(*link_.form(), *widget);
     // A run keeps the message loop waiting; what it reports is seen all the same.
-    if (widget->widget().isVisible()) widget->widget().repaint();
-    return;
+    if (changed && widget->widget().isVisible()) widget->widget().repaint();
   }
-}
-
-void QtFormWindow::keepFocusFor(QWidget& widget, const QWidget* focusedBefore) {
-  if (widget.isEnabled()) {
-    if (&widget != focusWaiting_) return;
-    focusWaiting_.clear();
-    widget.setFocus();
-  } else if (&widget == focusedBefore && focusWaiting_.isNull()) {
-    focusWaiting_ = &widget;
-  }
+  if (const Control* next = focusKeeper_.afterChange(control, focused)) giveFocus(*next);
 }
 
 void QtFormWindow::discardInput() {
@@ -203,26 +220,22 @@ void QtFormWindow::discardInput() {
 }
 
 void QtFormWindow::detach() {
-  form_ = nullptr;
-  for (const auto& widget : widgets_) {
-    widget->widget().removeEventFilter(this);
-    widget->widget().disconnect();
-  }
+  link_.cut();
   hide();
 }
 
 void QtFormWindow::closeEvent(QCloseEvent* event) {
   // The form decides: it hides the window when it goes.
   event->ignore();
-  if (form_ != nullptr) form_->close();
+  if (link_.form() != nullptr) link_.form()->close();
 }
 
 void QtFormWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (form_ == nullptr || layingOut_) return;
+  if (link_.form() == nullptr || layingOut_) return;
   if (event->type() == QEvent::WindowStateChange) reportState();
   const bool left = event->type() == QEvent::ActivationChange && !isActiveWindow();
-  if (left) form_->keyEvent(0);  // a release would go elsewhere
+  if (left) link_.form()->keyEvent(0);  // a release would go elsewhere
   if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) layOut();
 }
 
@@ -232,70 +245,91 @@ void QtFormWindow::paintEvent(QPaintEvent* event) {
 }
 
 void QtFormWindow::reportState() {
-  if (!form_->visible() || !isVisible()) return;
+  Form& form = *link_.form();
+  if (!form.visible() || !isVisible()) return;
   // Nobody minimises a window that is not on the screen yet: that is late news from before. And
   // whoever has opened a dialog above it must answer that one first.
   const QWidget* const dialog = QApplication::activeModalWidget();
   const bool blocked = dialog != nullptr && dialog != this;
   if (isMinimized() && (!painted_ || blocked)) return;
-  form_->setWindowState(isMinimized() ? WindowState::kMinimized : WindowState::kNormal);
-}
-
-void QtFormWindow::keyPressEvent(QKeyEvent* event) {
-  switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      pressFocusedOr(ControlRow::kDefaultButton);
-      return;
-    case Qt::Key_Escape:
-      pressFocusedOr(ControlRow::kCancelButton);
-      return;
-    default:
-      QWidget::keyPressEvent(event);
-  }
+  form.setWindowState(isMinimized() ? WindowState::kMinimized : WindowState::kNormal);
 }
 
 bool QtFormWindow::eventFilter(QObject* watched, QEvent* event) {
-  const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+  if (link_.form() == nullptr) return isInput(*event);
+  const bool press = event->type() == QEvent::KeyPress;
   // A key that a control leaves alone is sent to the window next: it is one event all the same.
-  if (key && watched == focusWidget()) previewKey(static_cast<const QKeyEvent&>(*event));
-  if (discarding_ && isInput(*event)) return true;
-  const bool byUser =
-      event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress;
-  if (byUser) focusWaiting_.clear();
-  // One that is held down must not press a button again, nor the next window's one.
-  if (key && isRepeatedAnswer(static_cast<const QKeyEvent&>(*event))) return true;
+  const QObject* const listener = focusWidget() != nullptr ? focusWidget() : this;
+  const bool key = (press || event->type() == QEvent::KeyRelease) && watched == listener;
+  if (key) link_.form()->keyEvent(shiftMask(static_cast<const QKeyEvent&>(*event)));
+  const bool released = link_.form() == nullptr;  // by the form's handler
+  if ((released || discarding_) && isInput(*event)) return true;
+  if (press || event->type() == QEvent::MouseButtonPress) focusKeeper_.userActs();
+  if (press && (key || watched == this)) {
+    const auto& pressed = static_cast<const QKeyEvent&>(*event);
+    if (answersKey(pressed) || movesWithinOptions(pressed)) return true;
+  }
   return QWidget::eventFilter(watched, event);
 }
 
-void QtFormWindow::previewKey(const QKeyEvent& event) {
-  if (form_ != nullptr) form_->keyEvent(shiftMask(event));
+bool QtFormWindow::answersKey(const QKeyEvent& event) {
+  const AnswerKey key = answerKeyOf(event);
+  if (key == AnswerKey::kNone) return false;
+  Control* button = answeredBy(*link_.form(), key, event.isAutoRepeat(), focusedControl());
+  if (button != nullptr) button->click();
+  return true;
 }
 
-void QtFormWindow::pressFocusedOr(ControlRow::Style fallback) {
-  const auto wanted = [&](const auto& widget) {
-    if (fallback == ControlRow::kDefaultButton && &widget->widget() == focusWidget()) {
-      return widget->control().row().kind == ControlKind::kButton;
-    }
-    return false;
-  };
-  auto found = std::find_if(widgets_.begin(), widgets_.end(), wanted);
-  if (found == widgets_.end()) {
-    found = std::find_if(widgets_.begin(), widgets_.end(),
-                         [&](const auto& widget) { return widget->control().has(fallback); });
+bool QtFormWindow::movesWithinOptions(const QKeyEvent& event) {
+  const int step = arrowStepOf(event);
+  const Control* from = focusedControl();
+  if (step == 0 || from == nullptr || from->row().kind == ControlKind::kTextBox) return false;
+  if (Control* option = neighbouringOption(*link_.form(), *from, step)) {
+    giveFocus(*option);
+    if (!option->selected()) option->select();
   }
-  if (found != widgets_.end()) (*found)->press();
+  return true;
 }
 
-QtControlWidget* QtFormWindow::firstInTabOrder() const {
-  QtControlWidget* first = nullptr;
+void QtFormWindow::giveFocus(const Control& control) const {
   for (const auto& widget : widgets_) {
-    const int order = widget->control().row().tabOrder;
-    const bool reachable = (widget->widget().focusPolicy() & Qt::TabFocus) != 0;
-    if (!reachable || !widget->widget().isEnabled()) continue;
-    if (first == nullptr || order < first->control().row().tabOrder) first = widget.get();
+    if (&widget->control() == &control) widget->widget().setFocus(Qt::TabFocusReason);
   }
-  return first;
+}
+
+Control* QtFormWindow::focusedControl() const {
+  for (const auto& widget : widgets_) {
+    if (&widget->widget() == focusWidget()) return &widget->control();
+  }
+  return nullptr;
+}
+
+QtFormView::QtFormView(Form& form, QWidget* owner, Qt::WindowModality modality)
+    : form_(form), owner_(owner), modality_(modality) {
+  form_.setView(this);
+  formChanged();
+}
+
+QtFormView::~QtFormView() {
+  form_.setView(nullptr);
+}
+
+void QtFormView::formChanged() {
+  if (!window_ && form_.visible()) {
+    window_.reset(std::make_unique<QtFormWindow>(form_, owner_).release());
+    window_->setWindowModality(modality_);
+  }
+  if (window_) window_->syncForm();
+  if (form_.closed() && onClosed) onClosed();
+}
+
+void QtFormView::controlChanged(Control& control) {
+  if (window_) window_->syncControl(control);
+}
+
+void QtFormView::DeleteLater::operator()(QtFormWindow* window) const {
+  window->detach();
+  window->deleteLater();
 }
 
 }  // namespace karvel

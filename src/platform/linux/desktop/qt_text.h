@@ -1,12 +1,12 @@
 #pragma once
 
 #include <QString>
-#include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace karvel {
 
-inline QString toQt(const std::string& text) {
+inline QString toQt(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
@@ -25,8 +25,5 @@ inline QString literalTitle(const std::string& title) {
   if (title.empty()) return QStringLiteral(" ");
   return toQt(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
 }
-
-/// Index of the n-th character in Qt's UTF-16 text; its size when there are fewer characters.
-qsizetype utf16Index(const QString& text, std::size_t characters);
 
 }  // namespace karvel

@@ -1,28 +1,76 @@
 #include "platform/linux/desktop/qt_tray_icon.h"
 
-#include <QGuiApplication>
+#include <xcb/xcb.h>
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QMouseEvent>
 #include <QWidget>
+#include <chrono>
+#include <cstdlib>
+#include <memory>
 #include <utility>
 
-#include "platform/linux/desktop/qt_images.h"
+#include "platform/linux/desktop/qt_look.h"
 #include "platform/linux/desktop/qt_text.h"
 
 namespace karvel {
+namespace {
 
-QtTrayIcon::QtTrayIcon(TrayImage image, const std::string& tip,
-                       std::function<void()> onRightButtonUp)
-    : onRightButtonUp_(std::move(onRightButtonUp)) {
-  connect(&icon_, &QSystemTrayIcon::activated, this, &QtTrayIcon::activate);
-  change(image, tip);
-  icon_.show();
+constexpr std::chrono::seconds kSearchInterval{1};
+
+bool hasOwner(xcb_connection_t* server, const std::string& selection) {
+  const auto length = static_cast<std::uint16_t>(selection.size());
+  const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
+      xcb_intern_atom_reply(server, xcb_intern_atom(server, 0, length, selection.data()), nullptr),
+      &std::free);
+  if (!atom) return false;
+  const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> owner(
+      xcb_get_selection_owner_reply(server, xcb_get_selection_owner(server, atom->atom), nullptr),
+      &std::free);
+  return owner && owner->owner != XCB_WINDOW_NONE;
+}
+
+/// Whether there is a notification area, of either kind. Qt's own answer would stand for the rest
+/// of the process, and D-Bus then count for nothing when its watcher comes after the program.
+bool isThereAPlace() {
+  const QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
+  if (bus != nullptr && bus->isServiceRegistered(QStringLiteral("org.kde.StatusNotifierWatcher"))) {
+    return true;
+  }
+  const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
+  xcb_connection_t* server = x11 != nullptr ? x11->connection() : nullptr;
+  return server != nullptr && hasOwner(server, "_NET_SYSTEM_TRAY_S0");
+}
+
+}  // namespace
+
+QtTrayIcon::QtTrayIcon(std::string tip, std::function<void()> onRightButtonUp)
+    : tip_(std::move(tip)), onRightButtonUp_(std::move(onRightButtonUp)) {
+  search_.setInterval(kSearchInterval);
+  connect(&search_, &QTimer::timeout, this, &QtTrayIcon::appear);
+  search_.start();
+  appear();
 }
 
 QtTrayIcon::~QtTrayIcon() = default;
 
-void QtTrayIcon::change(TrayImage image, const std::string& tip) {
-  icon_.setIcon(qtTrayImage(image));
-  icon_.setToolTip(toQt(tip));
+void QtTrayIcon::appear() {
+  if (!isThereAPlace()) return;
+  search_.stop();
+  icon_.emplace();
+  connect(&*icon_, &QSystemTrayIcon::activated, this, &QtTrayIcon::activate);
+  change(image_, std::string(tip_));
+  icon_->show();
+}
+
+void QtTrayIcon::change(TrayImage image, std::string tip) {
+  image_ = image;
+  tip_ = std::move(tip);
+  if (!icon_) return;
+  icon_->setIcon(qtTrayImage(image_));
+  icon_->setToolTip(toQt(tip_));
 }
 
 void QtTrayIcon::activate(QSystemTrayIcon::ActivationReason reason) {

@@ -58,7 +58,7 @@ std::unique_ptr<Win32ControlWindow> makeControlWindow(Form& form, Control& contr
     case ControlKind::kLabel:
       return std::make_unique<Win32Label>(control, parent, id);
     case ControlKind::kTextBox:
-      return std::make_unique<Win32TextField>(form, control, parent, id);
+      return std::make_unique<Win32TextField>(control, parent, id);
     case ControlKind::kButton:
       return std::make_unique<Win32PushButton>(control, parent, id);
     case ControlKind::kOptionButton:

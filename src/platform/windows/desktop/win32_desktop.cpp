@@ -45,11 +45,12 @@ void Win32Desktop::release(Form& form) {
 }
 
 void Win32Desktop::showModal(Form& dialog, Form& owner) {
-  if (!canAsk()) {
+  if (!canAsk(owner)) {
     dialog.close();
     return;
   }
   const ModalScope modal(*this);
+  const DialogScope open(owner, dialog);
   const HWND above = visibleWindow(owner);
   windows_[&dialog] = std::make_unique<Win32FormWindow>(dialog, above);
   if (above != nullptr) EnableWindow(above, FALSE);
@@ -60,7 +61,9 @@ void Win32Desktop::showModal(Form& dialog, Form& owner) {
   release(dialog);
 }
 
-void Win32Desktop::discardInput(Form& form) {
+void Win32Desktop::setBusy(Form& form, bool busy) {
+  SetCursor(LoadCursorW(nullptr, busy ? IDC_WAIT : IDC_ARROW));
+  if (busy) return;
   Win32FormWindow* const window = windowOf(form);
   if (window == nullptr) return;
   MSG message{};
@@ -77,13 +80,14 @@ void Win32Desktop::bringToForeground(Form& form) {
 
 void Win32Desktop::messageBox(Form& owner, const std::string& title, const std::string& text) {
   if (!hasDisplay()) std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());
-  if (!canAsk()) return;
+  if (!canAsk(owner)) return;
   const ModalScope modal(*this);
   showMessage(visibleWindow(owner), title, text);
 }
 
-std::string Win32Desktop::browseForFolder(Form& owner, const std::string& title) {
-  if (!canAsk()) return {};
+std::string Win32Desktop::browseForFolder(Form& owner, const std::string& title,
+                                          const std::string&) {
+  if (!canAsk(owner)) return {};
   const ModalScope modal(*this);
   return chooseFolder(visibleWindow(owner), title);
 }
@@ -114,13 +118,13 @@ void Win32Desktop::removeTrayIcon() {
 
 void Win32Desktop::popupMenu(Form& owner, const std::vector<MenuItem*>& items) {
   const Win32FormWindow* window = windowOf(owner);
-  if (window == nullptr || quitting_) return;
+  if (window == nullptr || !canAsk(owner)) return;
   MenuItem* chosen = nullptr;
   {
     const ModalScope modal(*this);
     chosen = chooseFromMenu(window->handle(), items);
   }
-  if (chosen != nullptr && chosen->enabled && chosen->onClick) chosen->onClick();
+  if (chosen != nullptr) chosen->choose(owner);
 }
 
 std::unique_ptr<Timer> Win32Desktop::createTimer(std::chrono::milliseconds interval,

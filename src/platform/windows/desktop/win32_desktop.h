@@ -23,10 +23,11 @@ class Win32Desktop final : public Desktop {
   void bind(Form& form) override;
   void release(Form& form) override;
   void showModal(Form& dialog, Form& owner) override;
-  void discardInput(Form& form) override;
+  void setBusy(Form& form, bool busy) override;
   void bringToForeground(Form& form) override;
   void messageBox(Form& owner, const std::string& title, const std::string& text) override;
-  std::string browseForFolder(Form& owner, const std::string& title) override;
+  std::string browseForFolder(Form& owner, const std::string& title,
+                              const std::string& start) override;
   void addTrayIcon(Form& owner, TrayImage image, const std::string& tip,
                    std::function<void()> onRightButtonUp) override;
   void changeTrayIcon(TrayImage image, const std::string& tip) override;
@@ -48,7 +49,9 @@ class Win32Desktop final : public Desktop {
   void answerQuitMessage();
   void minimizeShownForms();
   void endSession();
-  [[nodiscard]] bool canAsk() const { return hasDisplay() && !quitting_; }
+  [[nodiscard]] bool canAsk(const Form& owner) const {
+    return hasDisplay() && !quitting_ && owner.takesInput();
+  }
 
   /// The form's window, or nullptr.
   [[nodiscard]] Win32FormWindow* windowOf(const Form& form) const;

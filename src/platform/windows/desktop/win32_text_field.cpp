@@ -3,10 +3,10 @@
 #include <imm.h>
 
 #include <algorithm>
-#include <limits>
 #include <optional>
 #include <utility>
 
+#include "form/text_entry.h"
 #include "platform/windows/desktop/win32_gdi.h"
 #include "platform/windows/desktop/win32_text.h"
 #include "platform/windows/system/wide_text.h"
@@ -26,12 +26,6 @@ HWND createField(const Control& control, HWND parent, WORD id) {
                      WS_EX_CLIENTEDGE, parent, id);
 }
 
-/// Also the separators that other programs use for line ends.
-bool breaksTheLine(char32_t character) {
-  const bool control = character < kFirstPrintable || (character >= 0x7F && character < 0xA0);
-  return control || character == 0x2028 || character == 0x2029;
-}
-
 std::optional<std::wstring> clipboardText(HWND reader) {
   if (OpenClipboard(reader) == FALSE) return std::nullopt;
   std::optional<std::wstring> text;
@@ -48,8 +42,8 @@ std::optional<std::wstring> clipboardText(HWND reader) {
 
 }  // namespace
 
-Win32TextField::Win32TextField(Form& form, Control& control, HWND parent, WORD id)
-    : Win32ControlWindow(control, createField(control, parent, id)), form_(form) {
+Win32TextField::Win32TextField(Control& control, HWND parent, WORD id)
+    : Win32ControlWindow(control, createField(control, parent, id)) {
   if (control.has(ControlRow::kPassword)) SendMessageW(handle(), EM_SETPASSWORDCHAR, L'*', 0);
   SendMessageW(handle(), EM_LIMITTEXT, 0, 0);  // it would count UTF-16 units
   if (control.row().inputMethod == InputMethod::kOff) ImmAssociateContext(handle(), nullptr);
@@ -161,26 +155,9 @@ void Win32TextField::insert(const std::wstring& text) {
 
 /// What of the text may take the place of the selection.
 std::wstring Win32TextField::accepted(const std::wstring& text) const {
-  std::size_t room = roomBesidesSelection();
-  std::wstring kept;
-  for (std::size_t i = 0; i < text.size() && room > 0;) {
-    const std::size_t units = utf16Index(text.substr(i, 2), 1);
-    const char32_t character = units == 2 ? 0x10000U : text[i];  // a pair is no digit, no control
-    if (!breaksTheLine(character) && form_.acceptsKey(control(), character)) {
-      kept.append(text, i, units);
-      --room;
-    }
-    i += units;
-  }
-  return kept;
-}
-
-std::size_t Win32TextField::roomBesidesSelection() const {
-  const auto limit = static_cast<std::size_t>(control().row().maxLength);
-  if (limit == 0) return std::numeric_limits<std::size_t>::max();
   const auto [start, end] = selection();
   const std::size_t staying = characterCount(windowText(handle()).erase(start, end - start));
-  return limit - std::min(limit, staying);
+  return toWide(acceptedInsertion(control().row(), fromWide(text), staying));
 }
 
 void Win32TextField::receiveFocus() {

@@ -11,7 +11,7 @@ namespace karvel {
 /// line holds no control characters.
 class Win32TextField final : public Win32ControlWindow {
  public:
-  Win32TextField(Form& form, Control& control, HWND parent, WORD id);
+  Win32TextField(Control& control, HWND parent, WORD id);
   ~Win32TextField() override;
   void sync() override;
   void notify(WORD notification) override;
@@ -26,8 +26,6 @@ class Win32TextField final : public Win32ControlWindow {
   LRESULT type(WPARAM typed, LPARAM repeats);
   void insert(const std::wstring& text);
   [[nodiscard]] std::wstring accepted(const std::wstring& text) const;
-  /// In characters.
-  [[nodiscard]] std::size_t roomBesidesSelection() const;
   void receiveFocus();
   void prepareInputMethod() const;
   void finishClick();
@@ -36,7 +34,6 @@ class Win32TextField final : public Win32ControlWindow {
   /// Where it starts and ends, in UTF-16 units.
   [[nodiscard]] std::pair<DWORD, DWORD> selection() const;
 
-  Form& form_;
   WNDPROC previousProc_ = nullptr;
   wchar_t firstOfPair_ = L'\0';  ///< typed, of a character that UTF-16 has as two units
   bool syncing_ = false;
