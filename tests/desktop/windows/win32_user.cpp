@@ -9,10 +9,9 @@
 #include <utility>
 
 #include "desktop/desktop_user.h"
-#include "platform/windows/desktop/win32_control_order.h"
+#include "form/keyboard.h"
+#include "platform/windows/desktop/win32_control.h"
 #include "platform/windows/desktop/win32_desktop.h"
-#include "platform/windows/desktop/win32_gdi.h"
-#include "platform/windows/desktop/win32_text.h"
 #include "platform/windows/system/wide_text.h"
 
 namespace karvel {
@@ -39,23 +38,12 @@ bool isOfClass(HWND window, const wchar_t* name) {
   return lstrcmpiW(found.data(), name) == 0;
 }
 
-BOOL CALLBACK collect(HWND window, LPARAM found) {
-  reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
-  return TRUE;
-}
-
-/// The windows of this program that no other window contains.
-std::vector<HWND> ownWindows() {
-  std::vector<HWND> windows;
-  EnumThreadWindows(GetCurrentThreadId(), &collect, reinterpret_cast<LPARAM>(&windows));
-  return windows;
-}
-
-/// From the front to the back.
-std::vector<HWND> children(HWND parent) {
-  std::vector<HWND> windows;
-  EnumChildWindows(parent, &collect, reinterpret_cast<LPARAM>(&windows));
-  return windows;
+/// The windows of a class, from the front to the back, inside another one or on the screen.
+std::vector<HWND> windowsOfClass(const wchar_t* name, HWND parent = nullptr) {
+  std::vector<HWND> found;
+  HWND last = nullptr;
+  while ((last = FindWindowExW(parent, last, name, nullptr)) != nullptr) found.push_back(last);
+  return found;
 }
 
 std::wstring withoutMnemonics(const std::wstring& caption) {
@@ -97,20 +85,14 @@ void input(Key wanted, DWORD flags) {
   input(KEYBDINPUT{code, scanCode, flags | extended, 0, 0});
 }
 
-Size textSize(HWND window, const std::wstring& text) {
+/// Of a text in the window's font; wrapped when a width is given.
+Size sizeOf(HWND window, const std::wstring& text, LONG width = 0) {
   const SelectedDc dc(window, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
-  SIZE extent{};
-  GetTextExtentPoint32W(dc.get(), text.c_str(), static_cast<int>(text.size()), &extent);
-  return {static_cast<int>(extent.cx), static_cast<int>(extent.cy)};
-}
-
-int wrappedHeight(HWND label) {
-  const SelectedDc dc(label, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
-  RECT area{};
-  GetClientRect(label, &area);
-  const std::wstring text = windowText(label);
-  return DrawTextW(dc.get(), text.c_str(), static_cast<int>(text.size()), &area,
-                   DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL | DT_CALCRECT);
+  RECT area{0, 0, width, 0};
+  const UINT wrapping = width > 0 ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE;
+  DrawTextW(dc.get(), text.c_str(), static_cast<int>(text.size()), &area,
+            wrapping | DT_NOPREFIX | DT_CALCRECT);
+  return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
 }
 
 std::map<UINT_PTR, std::function<void()>>& actions() {
@@ -143,13 +125,12 @@ Widget User::window(const Form& form) {
 }
 
 Widget User::widget(const Form& form, const Control& wanted) {
-  std::vector<HWND> windows = children(win(window(form)));
-  std::erase_if(windows, [](HWND child) { return (style(child) & WS_VISIBLE) == 0; });
-  std::vector<Control*> controls = inStackingOrder(form);
-  std::erase_if(controls, [](Control* control) { return control->has(ControlRow::kHidden); });
+  constexpr std::ptrdiff_t kFirstId = 100;
+  const std::vector<Control*> controls = stackingOrder(form);
   const auto found = std::find(controls.begin(), controls.end(), &wanted);
   if (found == controls.end()) return nullptr;
-  return handle(windows.at(static_cast<std::size_t>(found - controls.begin())));
+  const auto id = static_cast<int>(kFirstId + (found - controls.begin()));
+  return handle(GetDlgItem(win(window(form)), id));
 }
 
 void User::hold(Key key) {
@@ -228,18 +209,16 @@ void User::minimize(Widget window) {
 void User::setTextSize(double factor) {
   if (factor == std::exchange(textSize_, factor)) return;
   const auto dpi = static_cast<WORD>(kUsualDpi * factor);
-  for (const HWND window : ownWindows()) {
+  for (const HWND window : windowsOfClass(kDialog)) {
     RECT place{};
     GetWindowRect(window, &place);
-    if (isOfClass(window, kDialog)) {
-      SendMessageW(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
-    }
+    SendMessageW(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
   }
   settle();
 }
 
 void User::endSession() {
-  for (const HWND window : ownWindows()) SendMessageW(window, WM_ENDSESSION, TRUE, 0);
+  SendMessageW(FindWindowW(L"karvel.service", nullptr), WM_ENDSESSION, TRUE, 0);
 }
 
 void User::soon(std::function<void()> action) {
@@ -287,8 +266,8 @@ bool User::takesInputMethod(Widget field) {
 
 std::string User::toolTip(Widget widget) {
   const HWND root = GetAncestor(win(widget), GA_ROOT);
-  for (const HWND tips : ownWindows()) {
-    if (!isOfClass(tips, TOOLTIPS_CLASSW) || GetWindow(tips, GW_OWNER) != root) continue;
+  for (const HWND tips : windowsOfClass(TOOLTIPS_CLASSW)) {
+    if (GetWindow(tips, GW_OWNER) != root) continue;
     std::array<wchar_t, 1024> text{};
     TTTOOLINFOW tool{};
     tool.cbSize = sizeof tool;
@@ -336,22 +315,21 @@ Place User::place(Widget widget) {
 }
 
 Size User::needed(Widget widget) {
-  if (isOfClass(win(widget), L"STATIC")) {
-    const bool etched = (style(win(widget)) & SS_TYPEMASK) >= SS_ETCHEDHORZ;
-    return {0, etched ? 0 : wrappedHeight(win(widget))};
+  const HWND seen = win(widget);
+  if (isOfClass(seen, L"STATIC")) {
+    const bool etched = (style(seen) & SS_TYPEMASK) >= SS_ETCHEDHORZ;
+    return {0, etched ? 0 : sizeOf(seen, windowText(seen), place(widget).size().width).height};
   }
-  const Size letters = textSize(win(widget), L"mm");
-  if (!isOfClass(win(widget), L"BUTTON")) return {0, letters.height + 4};
-  const Size caption = textSize(win(widget), withoutMnemonics(windowText(win(widget))));
+  const Size letters = sizeOf(seen, L"mm");
+  if (!isOfClass(seen, L"BUTTON")) return {0, letters.height + 4};
   // A push button has a frame, the others have a box in front.
-  return {caption.width + letters.width, caption.height};
+  return {sizeOf(seen, withoutMnemonics(windowText(seen))).width + letters.width, letters.height};
 }
 
 std::optional<Message> User::message() {
   const HWND box = GetForegroundWindow();
   Message message{fromWide(windowText(box)), "", false};
-  for (const HWND child : children(box)) {
-    if (!isOfClass(child, L"STATIC")) continue;
+  for (const HWND child : windowsOfClass(L"Static", box)) {
     if ((style(child) & SS_TYPEMASK) != SS_ICON) {
       message.text = fromWide(windowText(child));
       continue;

@@ -1,8 +1,6 @@
 #include "platform/windows/desktop/win32_desktop.h"
 
-#include <cstdio>
 #include <utility>
-#include <vector>
 
 #include "platform/windows/desktop/win32_dialogs.h"
 
@@ -36,7 +34,7 @@ Win32Desktop::Win32Desktop() {
 Win32Desktop::~Win32Desktop() = default;
 
 void Win32Desktop::bind(Form& form) {
-  windows_[&form] = hasDisplay() ? std::make_unique<Win32FormWindow>(form, nullptr) : nullptr;
+  windows_[&form] = std::make_unique<Win32FormWindow>(form, nullptr);
 }
 
 void Win32Desktop::release(Form& form) {
@@ -62,13 +60,14 @@ void Win32Desktop::showModal(Form& dialog, Form& owner) {
 }
 
 void Win32Desktop::setBusy(Form& form, bool busy) {
-  SetCursor(LoadCursorW(nullptr, busy ? IDC_WAIT : IDC_ARROW));
-  if (busy) return;
-  Win32FormWindow* const window = windowOf(form);
-  if (window == nullptr) return;
+  if (!busy) discardInput(form);
+  if (Win32FormWindow* window = windowOf(form)) window->setBusy(busy);
+}
+
+void Win32Desktop::discardInput(const Form& form) {
   MSG message{};
   while (PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE) != FALSE) {
-    window->preview(message);
+    if (Win32FormWindow* window = windowOf(form)) window->preview(message);
   }
   while (PeekMessageW(&message, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE) != FALSE) {
   }
@@ -79,17 +78,16 @@ void Win32Desktop::bringToForeground(Form& form) {
 }
 
 void Win32Desktop::messageBox(Form& owner, const std::string& title, const std::string& text) {
-  if (!hasDisplay()) std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());
   if (!canAsk(owner)) return;
   const ModalScope modal(*this);
   showMessage(visibleWindow(owner), title, text);
 }
 
 std::string Win32Desktop::browseForFolder(Form& owner, const std::string& title,
-                                          const std::string&) {
+                                          const std::string& start) {
   if (!canAsk(owner)) return {};
   const ModalScope modal(*this);
-  return chooseFolder(visibleWindow(owner), title);
+  return chooseFolder(visibleWindow(owner), title, start);
 }
 
 void Win32Desktop::addTrayIcon(Form& owner, TrayImage image, const std::string& tip,
@@ -119,12 +117,12 @@ void Win32Desktop::removeTrayIcon() {
 void Win32Desktop::popupMenu(Form& owner, const std::vector<MenuItem*>& items) {
   const Win32FormWindow* window = windowOf(owner);
   if (window == nullptr || !canAsk(owner)) return;
-  MenuItem* chosen = nullptr;
+  const MenuItem* chosen = nullptr;
   {
     const ModalScope modal(*this);
     chosen = chooseFromMenu(window->handle(), items);
   }
-  if (chosen != nullptr) chosen->choose(owner);
+  if (chosen != nullptr && !quitting_) chosen->choose(owner);
 }
 
 std::unique_ptr<Timer> Win32Desktop::createTimer(std::chrono::milliseconds interval,
@@ -133,7 +131,6 @@ std::unique_ptr<Timer> Win32Desktop::createTimer(std::chrono::milliseconds inter
 }
 
 void Win32Desktop::processPendingMessages() {
-  minimizeShownForms();
   MSG message{};
   bool quitMessage = false;
   while (!quitMessage && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
@@ -160,7 +157,6 @@ void Win32Desktop::quit() {
 void Win32Desktop::runWhile(const std::function<bool()>& wanted) {
   MSG message{};
   while (!quitting_ && wanted()) {
-    minimizeShownForms();
     if (GetMessageW(&message, nullptr, 0, 0) > 0) {
       dispatch(message);
     } else {
@@ -171,11 +167,10 @@ void Win32Desktop::runWhile(const std::function<bool()>& wanted) {
 
 void Win32Desktop::dispatch(MSG& message) {
   const HWND root = GetAncestor(message.hwnd, GA_ROOT);
-  for (const auto& [form, window] : windows_) {
-    if (window == nullptr || window->handle() != root) continue;
-    if (window->translate(message)) return;
-    break;
-  }
+  if (Win32FormWindow* window = windowAt(root)) window->preview(message);
+  // Looked up again: a handler may have released the form.
+  Win32FormWindow* window = windowAt(root);
+  if (window != nullptr && window->translate(message)) return;
   TranslateMessage(&message);
   DispatchMessageW(&message);
 }
@@ -188,22 +183,20 @@ void Win32Desktop::answerQuitMessage() {
   }
 }
 
-void Win32Desktop::minimizeShownForms() {
-  if (hasDisplay()) return;
-  std::vector<Form*> shown;
-  for (const auto& [form, window] : windows_) {
-    if (form->visible()) shown.push_back(form);
-  }
-  for (Form* form : shown) form->setWindowState(WindowState::kMinimized);
-}
-
 void Win32Desktop::endSession() {
   if (endSessionHandler_) endSessionHandler_();
 }
 
 Win32FormWindow* Win32Desktop::windowOf(const Form& form) const {
-  const auto found = windows_.find(const_cast<Form*>(&form));
+  const auto found = windows_.find(&form);
   return found == windows_.end() ? nullptr : found->second.get();
+}
+
+Win32FormWindow* Win32Desktop::windowAt(HWND handle) const {
+  for (const auto& [form, window] : windows_) {
+    if (window->handle() == handle) return window.get();
+  }
+  return nullptr;
 }
 
 HWND Win32Desktop::visibleWindow(const Form& form) const {

@@ -12,8 +12,8 @@
 
 namespace karvel {
 
-/// The desktop by Win32 windows. Where none can be shown (Wine without a display), forms exist as
-/// data only.
+/// The desktop by Win32 windows. Where none can be shown, as under Wine without a display, only its
+/// timers and its message loop may be used.
 class Win32Desktop final : public Desktop {
  public:
   Win32Desktop();
@@ -47,19 +47,19 @@ class Win32Desktop final : public Desktop {
   void dispatch(MSG& message);
   /// Someone has asked the message loop to end.
   void answerQuitMessage();
-  void minimizeShownForms();
   void endSession();
-  [[nodiscard]] bool canAsk(const Form& owner) const {
-    return hasDisplay() && !quitting_ && owner.takesInput();
-  }
+  void discardInput(const Form& form);
+  [[nodiscard]] bool canAsk(const Form& owner) const { return !quitting_ && owner.takesInput(); }
 
   /// The form's window, or nullptr.
   [[nodiscard]] Win32FormWindow* windowOf(const Form& form) const;
+  /// The form's window of that handle, or nullptr.
+  [[nodiscard]] Win32FormWindow* windowAt(HWND handle) const;
   /// The handle of the form's window while it is on the screen, or nullptr.
   [[nodiscard]] HWND visibleWindow(const Form& form) const;
 
   Win32ServiceWindow service_;
-  std::map<Form*, std::unique_ptr<Win32FormWindow>> windows_;  ///< without a display: all empty
+  std::map<const Form*, std::unique_ptr<Win32FormWindow>> windows_;
   Win32FormWindow* trayOwner_ = nullptr;
   std::unique_ptr<Win32TrayIcon> trayIcon_;  // goes before the window whose procedure it holds
   std::function<void()> endSessionHandler_;

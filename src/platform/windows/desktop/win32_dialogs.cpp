@@ -8,7 +8,7 @@
 #include <type_traits>
 
 #include "form/form.h"
-#include "platform/windows/desktop/win32_text.h"
+#include "platform/windows/desktop/win32_control.h"
 #include "platform/windows/system/wide_text.h"
 
 namespace karvel {
@@ -35,6 +35,11 @@ class ComApartment {
   bool initialized_;
 };
 
+int CALLBACK selectFirst(HWND dialog, UINT event, LPARAM, LPARAM path) {
+  if (event == BFFM_INITIALIZED) SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, path);
+  return 0;
+}
+
 constexpr std::size_t kFirstCommand = 1;
 
 void append(HMENU menu, std::size_t command, const MenuItem& item) {
@@ -53,13 +58,16 @@ void showMessage(HWND owner, const std::string& title, const std::string& text) 
   MessageBoxW(owner, toWide(text).c_str(), toWide(title).c_str(), MB_ICONSTOP | MB_OK | front);
 }
 
-std::string chooseFolder(HWND owner, const std::string& title) {
+std::string chooseFolder(HWND owner, const std::string& title, const std::string& start) {
   const ComApartment apartment;
+  const std::wstring first = toWide(start);
   const std::wstring heading = toWide(title);
   BROWSEINFOW browse{};
   browse.hwndOwner = owner;
   browse.lpszTitle = heading.c_str();
   browse.ulFlags = BIF_RETURNONLYFSDIRS;
+  browse.lpfn = &selectFirst;
+  browse.lParam = reinterpret_cast<LPARAM>(first.c_str());
   const std::unique_ptr<std::remove_pointer_t<PIDLIST_ABSOLUTE>, TaskMemory> chosen(
       SHBrowseForFolderW(&browse));
   std::array<wchar_t, MAX_PATH> path{};
@@ -67,7 +75,7 @@ std::string chooseFolder(HWND owner, const std::string& title) {
   return fromWide(path.data());
 }
 
-MenuItem* chooseFromMenu(HWND owner, const std::vector<MenuItem*>& items) {
+const MenuItem* chooseFromMenu(HWND owner, const std::vector<MenuItem*>& items) {
   const std::unique_ptr<std::remove_pointer_t<HMENU>, MenuDestroyer> menu(CreatePopupMenu());
   for (std::size_t i = 0; i < items.size(); ++i) append(menu.get(), kFirstCommand + i, *items[i]);
   POINT pointer{};

@@ -14,11 +14,12 @@ struct MenuItem;
 
 void showMessage(HWND owner, const std::string& title, const std::string& text);
 
-/// The chosen folder's path, or "" when cancelled.
-[[nodiscard]] std::string chooseFolder(HWND owner, const std::string& title);
+/// The chosen folder's path, or "" when cancelled. `start` is selected first if it is a folder.
+[[nodiscard]] std::string chooseFolder(HWND owner, const std::string& title,
+                                       const std::string& start);
 
 /// A menu at the mouse pointer; the chosen entry, or nullptr. `owner` is needed here and should be
 /// the foreground window, or else a click elsewhere would leave the menu open.
-[[nodiscard]] MenuItem* chooseFromMenu(HWND owner, const std::vector<MenuItem*>& items);
+[[nodiscard]] const MenuItem* chooseFromMenu(HWND owner, const std::vector<MenuItem*>& items);
 
 }  // namespace karvel

@@ -3,22 +3,17 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/windows/desktop/win32_common_controls.h"
-#include "platform/windows/desktop/win32_control_order.h"
-#include "platform/windows/desktop/win32_dialog_units.h"
-#include "platform/windows/desktop/win32_images.h"
+#include "form/layout.h"
+#include "platform/windows/desktop/win32_controls.h"
 #include "platform/windows/desktop/win32_keys.h"
-#include "platform/windows/desktop/win32_scaling.h"
-#include "platform/windows/desktop/win32_text.h"
 #include "platform/windows/desktop/win32_tray_icon.h"
 #include "platform/windows/system/wide_text.h"
 
 namespace karvel {
 namespace {
 
-// Messages to itself: what must wait until the system has finished what it is doing.
+// A message to itself: what must wait until the system has finished what it is doing.
 constexpr UINT kReportState = WM_APP;
-constexpr UINT kMendFocus = WM_APP + 1;
 
 constexpr WORD kFirstId = 100;
 
@@ -41,14 +36,13 @@ HWND createDialog(const Form& form, HWND owner, DLGPROC procedure, LPARAM parame
                                     parameter);
 }
 
-WORD idOf(const Control& control, std::size_t place) {
-  // Escape presses the button of this number.
-  if (control.has(ControlRow::kCancelButton)) return IDCANCEL;
-  return static_cast<WORD>(kFirstId + place);
-}
-
 DWORD styleOf(HWND window, int which) {
   return static_cast<DWORD>(GetWindowLongPtrW(window, which));
+}
+
+PixelRect toPixels(const RECT& rect) {
+  return {static_cast<int>(rect.left), static_cast<int>(rect.top),
+          static_cast<int>(rect.right - rect.left), static_cast<int>(rect.bottom - rect.top)};
 }
 
 }  // namespace
@@ -57,18 +51,18 @@ Win32FormWindow::Win32FormWindow(Form& form, HWND owner)
     : form_(form),
       owner_(owner),
       handle_(createDialog(form, owner, &dialogProc, reinterpret_cast<LPARAM>(this))),
-      dpi_(dpiOf(handle_)) {
+      dpi_(dpiOf(handle_)),
+      focusKeeper_(form) {
   keepDialogLayout(handle_);
-  setIcons(windowImage(systemMetric(SM_CXSMICON, dpi_)),
-           windowImage(systemMetric(SM_CXICON, dpi_)));
+  setIcons(windowImage(IconSize::kSmall, dpi_), windowImage(IconSize::kBig, dpi_));
   form_.setView(this);
   formChanged();
 }
 
 Win32FormWindow::~Win32FormWindow() {
   form_.setView(nullptr);
-  controls_.clear();
   SetWindowLongPtrW(handle_, DWLP_USER, 0);
+  controls_.clear();
   DestroyWindow(handle_);
 }
 
@@ -85,7 +79,7 @@ INT_PTR CALLBACK Win32FormWindow::dialogProc(HWND window, UINT message, WPARAM f
 bool Win32FormWindow::handleMessage(UINT message, WPARAM first, LPARAM second) {
   switch (message) {
     case WM_COMMAND:
-      if (Win32ControlWindow* child = find(GetDlgItem(handle_, LOWORD(first)))) {
+      if (Win32Control* child = find(GetDlgItem(handle_, LOWORD(first)))) {
         answer(*child, HIWORD(first));
       }
       return true;
@@ -94,6 +88,8 @@ bool Win32FormWindow::handleMessage(UINT message, WPARAM first, LPARAM second) {
       return first == Win32TrayIcon::kIdentifier;
     case WM_DRAWITEM:
       return draw(static_cast<WORD>(first), *reinterpret_cast<const DRAWITEMSTRUCT*>(second));
+    case WM_SETCURSOR:
+      return showWaitCursor();
     case WM_CLOSE:
       form_.close();
       return true;
@@ -105,9 +101,6 @@ bool Win32FormWindow::handleMessage(UINT message, WPARAM first, LPARAM second) {
       return false;
     case kReportState:
       reportState();
-      return true;
-    case kMendFocus:
-      mendFocus();
       return true;
     case WM_DPICHANGED:
       changeResolution(HIWORD(first), *reinterpret_cast<const RECT*>(second));
@@ -124,71 +117,16 @@ bool Win32FormWindow::handleMessage(UINT message, WPARAM first, LPARAM second) {
   }
 }
 
-void Win32FormWindow::formChanged() {
-  const std::wstring caption = toWide(form_.caption());
-  if (windowText(handle_) != caption) SetWindowTextW(handle_, caption.c_str());
-  if (!form_.visible()) {
-    ShowWindow(handle_, SW_HIDE);
-    return;
-  }
-  if (controls_.empty()) {
-    addControls();
-    layOut();
-    centre();
-  }
-  applyTopmost();
-  applyWindowState();
-}
-
-void Win32FormWindow::controlChanged(Control& control) {
-  Win32ControlWindow* window = find(control);
-  if (window == nullptr) return;
-  const bool focused = GetFocus() == window->handle();
-  for (const auto& other : controls_) {
-    // Which option the keyboard reaches depends on the others.
-    if (other.get() == window || excludeEachOther(other->control(), control)) other->sync();
-  }
-  toolTips_->set(window->handle(), window->toolTip());
-  if (focused && !control.enabled()) keepFocusOf(window->handle());
-  // A run keeps the message loop waiting; what it reports is seen all the same.
-  UpdateWindow(window->handle());
-}
-
-void Win32FormWindow::setImage(TrayImage image) {
-  setIcons(trayImage(image, systemMetric(SM_CXSMICON, dpi_)),
-           trayImage(image, systemMetric(SM_CXICON, dpi_)));
-}
-
-void Win32FormWindow::setIcons(Win32Icon small, Win32Icon big) {
-  SendMessageW(handle_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.get()));
-  SendMessageW(handle_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big.get()));
-  smallIcon_ = std::move(small);
-  bigIcon_ = std::move(big);
-}
-
-void Win32FormWindow::preview(const MSG& message) {
-  if (isKeyMessage(message)) form_.keyEvent(shiftMask());
-}
-
-bool Win32FormWindow::translate(MSG& message) {
-  preview(message);
-  // A key held down belongs to the window in which it was pressed: it must not press the next
-  // one's button.
-  if (isRepeatedAnswer(message)) return true;
-  return pressDefaultButton(message) || moveWithinOptions(message) ||
-         IsDialogMessageW(handle_, &message) != FALSE;
-}
-
-void Win32FormWindow::answer(Win32ControlWindow& child, WORD notification) {
+void Win32FormWindow::answer(Win32Control& child, WORD notification) {
   if (notification == BN_SETFOCUS || notification == EN_SETFOCUS) {
-    showDefaultButton(child.control());
+    showDefaultButton();
   } else {
     child.notify(notification);
   }
 }
 
 bool Win32FormWindow::draw(WORD id, const DRAWITEMSTRUCT& item) const {
-  Win32ControlWindow* child = find(GetDlgItem(handle_, id));
+  Win32Control* child = find(GetDlgItem(handle_, id));
   if (child == nullptr) return false;
   child->draw(item);
   return true;
@@ -209,13 +147,82 @@ void Win32FormWindow::reportState() {
   form_.setWindowState(iconic ? WindowState::kMinimized : WindowState::kNormal);
 }
 
+bool Win32FormWindow::showWaitCursor() const {
+  if (!busy_) return false;
+  SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+  SetWindowLongPtrW(handle_, DWLP_MSGRESULT, TRUE);
+  return true;
+}
+
+void Win32FormWindow::formChanged() {
+  const std::wstring caption = toWide(form_.caption());
+  if (windowText(handle_) != caption) SetWindowTextW(handle_, caption.c_str());
+  if (form_.closed()) EndMenu();
+  if (!form_.visible()) {
+    ShowWindow(handle_, SW_HIDE);
+    return;
+  }
+  if (controls_.empty()) {
+    addControls();
+    layOut();
+    moveToFirstPlace();
+  }
+  applyTopmost();
+  applyWindowState();
+}
+
+void Win32FormWindow::controlChanged(Control& control) {
+  Win32Control* window = find(control);
+  if (window == nullptr) return;
+  const Control* before = focused();
+  for (const auto& other : controls_) {
+    // Where the keyboard enters a group depends on all of its options.
+    if (other.get() == window || excludeEachOther(other->control(), control)) other->sync();
+  }
+  toolTips_->set(window->handle(), window->toolTip());
+  if (const Control* next = focusKeeper_.afterChange(control, before)) focus(*next);
+  // A run keeps the message loop waiting; what it reports is seen all the same.
+  UpdateWindow(window->handle());
+}
+
+void Win32FormWindow::setImage(TrayImage image) {
+  setIcons(trayImage(image, IconSize::kSmall, dpi_), trayImage(image, IconSize::kBig, dpi_));
+}
+
+void Win32FormWindow::setIcons(Win32Icon small, Win32Icon big) {
+  SendMessageW(handle_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.get()));
+  SendMessageW(handle_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big.get()));
+  smallIcon_ = std::move(small);
+  bigIcon_ = std::move(big);
+}
+
+void Win32FormWindow::setBusy(bool busy) {
+  busy_ = busy;
+  // The mouse may not move before the program is busy.
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  const HWND under = WindowFromPoint(pointer);
+  if (GetAncestor(under, GA_ROOT) != handle_) return;
+  SendMessageW(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under),
+               MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+}
+
+void Win32FormWindow::preview(const MSG& message) {
+  if (isPress(message)) focusKeeper_.userActs();
+  if (isKeyMessage(message)) form_.keyEvent(shiftMask());
+}
+
+bool Win32FormWindow::translate(MSG& message) {
+  return answerKey(message) || moveWithinOptions(message) ||
+         IsDialogMessageW(handle_, &message) != FALSE;
+}
+
 void Win32FormWindow::addControls() {
   registerCommonControls();
   toolTips_ = std::make_unique<Win32ToolTips>(handle_);
-  for (Control* control : inStackingOrder(form_)) {
-    if (control->has(ControlRow::kHidden)) continue;
-    const WORD id = idOf(*control, controls_.size());
-    controls_.push_back(makeControlWindow(form_, *control, handle_, id));
+  for (Control* control : stackingOrder(form_)) {
+    const auto id = static_cast<WORD>(kFirstId + controls_.size());
+    controls_.push_back(makeControl(form_, *control, handle_, id));
     controls_.back()->sync();
     if (control->has(ControlRow::kDefaultButton)) SendMessageW(handle_, DM_SETDEFID, id, 0);
   }
@@ -224,12 +231,11 @@ void Win32FormWindow::addControls() {
 void Win32FormWindow::layOut() {
   if (controls_.empty()) return;
   const auto previous = std::exchange(look_, std::make_unique<Win32Look>(dpi_));
-  const Win32DialogUnits units(handle_, look_->font());
+  const DialogUnits units = look_->dialogUnits(handle_);
   resizeTo(units.horizontal(form_.table().width), units.vertical(form_.table().height));
   for (const auto& control : controls_) {
-    const RECT place = units.rect(control->control().row().rect);
     control->applyLook(*look_);
-    control->moveTo(place);
+    control->moveTo(units.rect(control->control().row().rect));
     toolTips_->set(control->handle(), control->toolTip());
   }
 }
@@ -237,12 +243,12 @@ void Win32FormWindow::layOut() {
 void Win32FormWindow::resizeTo(int clientWidth, int clientHeight) {
   RECT area{0, 0, clientWidth, clientHeight};
   addWindowFrame(area, styleOf(handle_, GWL_STYLE), styleOf(handle_, GWL_EXSTYLE), dpi_);
-  SetWindowPos(handle_, nullptr, 0, 0, static_cast<int>(area.right - area.left),
-               static_cast<int>(area.bottom - area.top),
+  const PixelRect whole = toPixels(area);
+  SetWindowPos(handle_, nullptr, 0, 0, whole.width, whole.height,
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void Win32FormWindow::centre() {
+void Win32FormWindow::moveToFirstPlace() {
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
   GetMonitorInfoW(MonitorFromWindow(owner_ != nullptr ? owner_ : handle_, MONITOR_DEFAULTTOPRIMARY),
@@ -251,11 +257,8 @@ void Win32FormWindow::centre() {
   if (owner_ != nullptr) GetWindowRect(owner_, &around);
   RECT own{};
   GetWindowRect(handle_, &own);
-  const LONG x = (around.left + around.right - (own.right - own.left)) / 2;
-  const LONG y = (around.top + around.bottom - (own.bottom - own.top)) / 2;
-  SetWindowPos(handle_, nullptr, static_cast<int>(std::max(x, monitor.rcWork.left)),
-               static_cast<int>(std::max(y, monitor.rcWork.top)), 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  const auto [x, y] = firstPlace(toPixels(own), toPixels(around), toPixels(monitor.rcWork));
+  SetWindowPos(handle_, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Win32FormWindow::applyTopmost() const {
@@ -275,76 +278,54 @@ void Win32FormWindow::applyWindowState() {
 }
 
 void Win32FormWindow::showInFront() {
+  EndMenu();  // the icon's, which is about to go
   ShowWindow(handle_, SW_SHOWNORMAL);
   SetForegroundWindow(handle_);
-  // Whoever has the focus: the system may have moved it, without the default button's look.
-  const HWND focused = GetFocus();
-  focus(IsChild(handle_, focused) != FALSE ? focused : GetNextDlgTabItem(handle_, nullptr, FALSE));
+  if (focused() != nullptr) return;
+  if (const Control* first = nextTabStop(form_, nullptr)) focus(*first);
 }
 
-/// By way of the dialog, which moves the default button's look along with the focus.
-void Win32FormWindow::focus(HWND child) const {
-  SendMessageW(handle_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(child), TRUE);
-}
-
-/// The button that Enter presses while `focused` has the focus, or nullptr.
-Control* Win32FormWindow::defaultButton(Control* focused) const {
-  if (focused != nullptr && focused->row().kind == ControlKind::kButton) return focused;
-  const auto found =
-      std::find_if(form_.controls().begin(), form_.controls().end(),
-                   [](const auto& control) { return control->has(ControlRow::kDefaultButton); });
-  return found == form_.controls().end() ? nullptr : found->get();
-}
-
-void Win32FormWindow::showDefaultButton(Control& focused) {
-  const Control* button = defaultButton(&focused);
-  for (const auto& control : controls_) control->showDefault(&control->control() == button);
-}
-
-bool Win32FormWindow::pressDefaultButton(const MSG& message) {
-  if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN) return false;
-  const Win32ControlWindow* from = find(message.hwnd);
-  Control* button = defaultButton(from != nullptr ? &from->control() : nullptr);
-  if (button != nullptr) button->click();
+bool Win32FormWindow::answerKey(const MSG& message) {
+  const AnswerKey key = answerKeyOf(message);
+  if (key == AnswerKey::kNone) return false;
+  if (Control* button = answeredBy(form_, key, isRepeated(message), focused())) button->click();
   return true;
 }
 
 bool Win32FormWindow::moveWithinOptions(const MSG& message) {
-  const int step = arrowStep(message);
-  const Win32ControlWindow* from = step != 0 ? find(message.hwnd) : nullptr;
-  if (from == nullptr || from->control().row().kind == ControlKind::kTextBox) return false;
-  // The dialog's own groups have no names: an arrow would leave a button for the next option.
-  Control* option = neighbouringOption(form_, from->control(), step);
-  if (option == nullptr) return true;
-  focus(find(*option)->handle());
-  if (!option->selected()) option->select();
+  const int step = arrowStepOf(message);
+  const Control* from = focused();
+  if (step == 0 || from == nullptr || from->row().kind == ControlKind::kTextBox) return false;
+  if (Control* option = neighbouringOption(form_, *from, step)) {
+    focus(*option);
+    if (!option->selected()) option->select();
+  }
   return true;
 }
 
-/// A control that is disabled while it has the focus would take the keyboard with it. A run
-/// disables buttons and enables them again: only what is left when it is over counts.
-void Win32FormWindow::keepFocusOf(HWND disabled) {
-  lostFocus_ = disabled;
-  PostMessageW(handle_, kMendFocus, 0, 0);
+void Win32FormWindow::showDefaultButton() {
+  const Control* button = answeredBy(form_, AnswerKey::kEnter, false, focused());
+  for (const auto& control : controls_) control->showDefault(&control->control() == button);
 }
 
-void Win32FormWindow::mendFocus() {
-  const HWND wanted = std::exchange(lostFocus_, nullptr);
-  const HWND focused = GetFocus();
-  const bool lost = focused == nullptr || focused == handle_ || focused == wanted;
-  if (wanted == nullptr || !lost || GetActiveWindow() != handle_) return;
-  const bool usable = IsWindowEnabled(wanted) != FALSE;
-  focus(usable ? wanted : GetNextDlgTabItem(handle_, wanted, FALSE));
+/// By way of the dialog, which remembers it while another window is in front.
+void Win32FormWindow::focus(const Control& control) const {
+  SendMessageW(handle_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(find(control)->handle()), TRUE);
 }
 
-Win32ControlWindow* Win32FormWindow::find(const Control& control) const {
+Control* Win32FormWindow::focused() const {
+  const Win32Control* child = find(GetFocus());
+  return child != nullptr ? &child->control() : nullptr;
+}
+
+Win32Control* Win32FormWindow::find(const Control& control) const {
   const auto found = std::find_if(controls_.begin(), controls_.end(), [&](const auto& window) {
     return &window->control() == &control;
   });
   return found == controls_.end() ? nullptr : found->get();
 }
 
-Win32ControlWindow* Win32FormWindow::find(HWND child) const {
+Win32Control* Win32FormWindow::find(HWND child) const {
   const auto found = std::find_if(controls_.begin(), controls_.end(),
                                   [&](const auto& window) { return window->handle() == child; });
   return found == controls_.end() ? nullptr : found->get();

@@ -5,10 +5,9 @@
 #include <memory>
 #include <vector>
 
-#include "form/form.h"
+#include "form/keyboard.h"
 #include "platform/desktop.h"
-#include "platform/windows/desktop/win32_control_window.h"
-#include "platform/windows/desktop/win32_gdi.h"
+#include "platform/windows/desktop/win32_control.h"
 #include "platform/windows/desktop/win32_look.h"
 #include "platform/windows/desktop/win32_tool_tips.h"
 
@@ -31,39 +30,42 @@ class Win32FormWindow final : public FormView {
   [[nodiscard]] HWND handle() const { return handle_; }
   /// Makes a tray image the window's own icon.
   void setImage(TrayImage image);
-  /// Takes a message of this window or one of its children; false when it is to be dispatched as
-  /// usual.
-  bool translate(MSG& message);
-  /// Tells the form which modifiers are held, if it is a message of a key.
+  /// Shows the wait cursor or the usual one.
+  void setBusy(bool busy);
+
+  /// Tells the form which modifiers are held, if it is a message of a key. The form's handler may
+  /// end the life of this object.
   void preview(const MSG& message);
+  /// Takes a message of this window or one of its children; false when it is to be dispatched as
+  /// usual. The form's handlers may end the life of this object.
+  bool translate(MSG& message);
 
  private:
   static INT_PTR CALLBACK dialogProc(HWND window, UINT message, WPARAM first, LPARAM second);
   bool handleMessage(UINT message, WPARAM first, LPARAM second);
-  void answer(Win32ControlWindow& child, WORD notification);
+  void answer(Win32Control& child, WORD notification);
   bool draw(WORD id, const DRAWITEMSTRUCT& item) const;
   void changeResolution(UINT dpi, const RECT& suggested);
   void reportState();
+  [[nodiscard]] bool showWaitCursor() const;
 
   void addControls();
   void layOut();
   void resizeTo(int clientWidth, int clientHeight);
-  void centre();
+  void moveToFirstPlace();
   void applyTopmost() const;
   void applyWindowState();
   void showInFront();
   void setIcons(Win32Icon small, Win32Icon big);
 
-  void focus(HWND child) const;
-  [[nodiscard]] Control* defaultButton(Control* focused) const;
-  void showDefaultButton(Control& focused);
-  bool pressDefaultButton(const MSG& message);
+  bool answerKey(const MSG& message);
   bool moveWithinOptions(const MSG& message);
-  void keepFocusOf(HWND disabled);
-  void mendFocus();
+  void showDefaultButton();
+  void focus(const Control& control) const;
+  [[nodiscard]] Control* focused() const;
 
-  [[nodiscard]] Win32ControlWindow* find(const Control& control) const;
-  [[nodiscard]] Win32ControlWindow* find(HWND child) const;
+  [[nodiscard]] Win32Control* find(const Control& control) const;
+  [[nodiscard]] Win32Control* find(HWND child) const;
 
   Form& form_;
   HWND owner_;
@@ -73,8 +75,9 @@ class Win32FormWindow final : public FormView {
   Win32Icon bigIcon_;
   std::unique_ptr<Win32Look> look_;
   std::unique_ptr<Win32ToolTips> toolTips_;
-  std::vector<std::unique_ptr<Win32ControlWindow>> controls_;
-  HWND lostFocus_ = nullptr;  ///< had the focus when it was disabled
+  std::vector<std::unique_ptr<Win32Control>> controls_;
+  FocusKeeper focusKeeper_;
+  bool busy_ = false;
 };
 
 }  // namespace karvel

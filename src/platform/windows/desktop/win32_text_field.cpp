@@ -6,10 +6,8 @@
 #include <optional>
 #include <utility>
 
-#include "form/text_entry.h"
-#include "platform/windows/desktop/win32_gdi.h"
-#include "platform/windows/desktop/win32_text.h"
 #include "platform/windows/system/wide_text.h"
+#include "text/strings.h"
 
 namespace karvel {
 namespace {
@@ -18,12 +16,12 @@ constexpr wchar_t kFirstPrintable = L' ';
 
 HWND createField(const Control& control, HWND parent, WORD id) {
   // Readers of the screen call a field what the text right before it says, shown or not.
-  const HWND name = createChild(L"STATIC", SS_NOPREFIX, 0, parent, 0);
-  SetWindowTextW(name, toWide(control.row().accessibleName).c_str());
-  ShowWindow(name, SW_HIDE);
+  CreateWindowExW(0, L"STATIC", toWide(control.row().accessibleName).c_str(),
+                  WS_CHILD | SS_NOPREFIX, 0, 0, 0, 0, parent, nullptr, GetModuleHandleW(nullptr),
+                  nullptr);
   const DWORD password = control.has(ControlRow::kPassword) ? ES_PASSWORD : 0;
-  return createChild(L"EDIT", ES_LEFT | ES_AUTOHSCROLL | password | tabStopOf(control),
-                     WS_EX_CLIENTEDGE, parent, id);
+  return createChild(control, L"EDIT", ES_LEFT | ES_AUTOHSCROLL | password, WS_EX_CLIENTEDGE,
+                     parent, id);
 }
 
 std::optional<std::wstring> clipboardText(HWND reader) {
@@ -40,10 +38,28 @@ std::optional<std::wstring> clipboardText(HWND reader) {
   return text;
 }
 
+LONG fontHeight(HWND window) {
+  const SelectedDc dc(window, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(dc.get(), &metrics);
+  return metrics.tmHeight;
+}
+
+/// From the upper edge of a field to its text.
+LONG heightAboveText(HWND field) {
+  RECT whole{};
+  GetWindowRect(field, &whole);
+  RECT text{};
+  SendMessageW(field, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&text));
+  POINT corner{text.left, text.top};
+  ClientToScreen(field, &corner);
+  return corner.y - whole.top;
+}
+
 }  // namespace
 
 Win32TextField::Win32TextField(Control& control, HWND parent, WORD id)
-    : Win32ControlWindow(control, createField(control, parent, id)) {
+    : Win32Control(control, createField(control, parent, id)), focus_(control) {
   if (control.has(ControlRow::kPassword)) SendMessageW(handle(), EM_SETPASSWORDCHAR, L'*', 0);
   SendMessageW(handle(), EM_LIMITTEXT, 0, 0);  // it would count UTF-16 units
   if (control.row().inputMethod == InputMethod::kOff) ImmAssociateContext(handle(), nullptr);
@@ -57,41 +73,31 @@ Win32TextField::~Win32TextField() {
 }
 
 void Win32TextField::sync() {
-  syncEnabled();
+  Win32Control::sync();
   const std::wstring wanted = toWide(control().text());
   if (windowText(handle()) != wanted) {
     syncing_ = true;
     SetWindowTextW(handle(), wanted.c_str());
     syncing_ = false;
   }
-  syncSelection();
+  if (control().takeSelectionRequest()) {
+    select(control().selectionStart(), control().selectionLength());
+  }
 }
 
 void Win32TextField::notify(WORD notification) {
   if (notification == EN_CHANGE && !syncing_) control().setText(fromWide(windowText(handle())));
 }
 
-void Win32TextField::moveTo(const RECT& place) const {
-  Win32ControlWindow::moveTo(place);
-  // The system draws the text at the top of whatever height a field has: so the field is given the
-  // height that its text needs, with the text in the middle of the place.
-  RECT whole{};
-  GetWindowRect(handle(), &whole);
-  RECT inside{};
-  SendMessageW(handle(), EM_GETRECT, 0, reinterpret_cast<LPARAM>(&inside));
-  POINT corner{inside.left, inside.top};
-  ClientToScreen(handle(), &corner);
-  TEXTMETRICW font{};
-  const auto used = reinterpret_cast<HFONT>(SendMessageW(handle(), WM_GETFONT, 0, 0));
-  GetTextMetricsW(SelectedDc(handle(), used).get(), &font);
-
-  const LONG above = corner.y - whole.top;
-  const LONG height =
-      std::min(font.tmHeight + 2 * above + font.tmHeight / 8, place.bottom - place.top);
-  RECT own = place;
-  own.top = (place.top + place.bottom - font.tmHeight) / 2 - above;
-  own.bottom = own.top + height;
-  Win32ControlWindow::moveTo(own);
+void Win32TextField::moveTo(const PixelRect& place) const {
+  Win32Control::moveTo(place);
+  // The system draws the text at the top of whatever height a field has. So the field becomes as
+  // high as in the system's own dialogs, with the text in the middle of the place.
+  const auto text = static_cast<int>(fontHeight(handle()));
+  const auto above = static_cast<int>(heightAboveText(handle()));
+  const int height = std::min(text + 2 * above + text / 8, place.height);
+  const int top = place.top + (place.height - text) / 2 - above;
+  Win32Control::moveTo({place.left, top, place.width, height});
 }
 
 LRESULT CALLBACK Win32TextField::fieldProc(HWND window, UINT message, WPARAM first, LPARAM second) {
@@ -111,20 +117,21 @@ LRESULT Win32TextField::handleMessage(UINT message, WPARAM first, LPARAM second)
       if (const auto text = clipboardText(handle())) insert(*text);
       return 0;
     case WM_KILLFOCUS:
-      keptFocus_ = IsChild(GetParent(handle()), reinterpret_cast<HWND>(first)) == FALSE;
+      focus_.leave(IsChild(GetParent(handle()), reinterpret_cast<HWND>(first)) == FALSE);
       return pass(message, first, second);
     case WM_SETFOCUS: {
       const LRESULT result = pass(message, first, second);
-      receiveFocus();
+      prepareInputMethod();
+      focus_.arrive(std::exchange(focusedByClick_, false));
       return result;
     }
-    case WM_LBUTTONDOWN: {
-      focusedByClick_ = GetFocus() != handle();
+    case WM_LBUTTONDOWN:
+      focusedByClick_ = GetFocus() != handle();  // as it is about to be
       return pass(message, first, second);
-    }
     case WM_LBUTTONUP: {
       const LRESULT result = pass(message, first, second);
-      finishClick();
+      const auto [start, end] = selection();
+      focus_.endClick(start != end);
       return result;
     }
     default:
@@ -147,25 +154,17 @@ LRESULT Win32TextField::type(WPARAM typed, LPARAM repeats) {
   return 0;
 }
 
-void Win32TextField::insert(const std::wstring& text) {
+void Win32TextField::insert(const std::wstring& text) const {
   const std::wstring kept = accepted(text);
   if (kept.empty()) return;
   SendMessageW(handle(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(kept.c_str()));
 }
 
-/// What of the text may take the place of the selection.
 std::wstring Win32TextField::accepted(const std::wstring& text) const {
   const auto [start, end] = selection();
-  const std::size_t staying = characterCount(windowText(handle()).erase(start, end - start));
-  return toWide(acceptedInsertion(control().row(), fromWide(text), staying));
-}
-
-void Win32TextField::receiveFocus() {
-  prepareInputMethod();
-  if (std::exchange(keptFocus_, false)) return;
-  selectionRequested_ = true;
-  control().focus();
-  selectionRequested_ = false;
+  const std::wstring staying = windowText(handle()).erase(start, end - start);
+  return toWide(
+      acceptedInsertion(control().row(), fromWide(text), characterCount(fromWide(staying))));
 }
 
 void Win32TextField::prepareInputMethod() const {
@@ -180,36 +179,20 @@ void Win32TextField::prepareInputMethod() const {
   ImmReleaseContext(handle(), context);
 }
 
-/// The click that brings the focus places the caret; what was selected at that moment comes back
-/// unless the user has selected something with the mouse.
-void Win32TextField::finishClick() {
-  const auto [start, end] = selection();
-  if (!std::exchange(focusedByClick_, false) || start != end) return;
-  select(selectionStart_, selectionLength_);
-}
-
-void Win32TextField::syncSelection() {
-  // Other changes of the control must not disturb what the user has selected meanwhile.
-  const bool same = control().selectionStart() == selectionStart_ &&
-                    control().selectionLength() == selectionLength_;
-  if (same && !selectionRequested_) return;
-  selectionStart_ = control().selectionStart();
-  selectionLength_ = control().selectionLength();
-  select(selectionStart_, selectionLength_);
-}
-
 void Win32TextField::select(std::size_t start, std::size_t length) const {
-  const std::wstring text = windowText(handle());
-  SendMessageW(handle(), EM_SETSEL, utf16Index(text, start),
-               static_cast<LPARAM>(utf16Index(text, start + length)));
+  const std::string text = fromWide(windowText(handle()));
+  const std::string_view before = firstCharacters(text, start);
+  const std::string_view selected =
+      firstCharacters(std::string_view(text).substr(before.size()), length);
+  const std::size_t from = toWide(before).size();
+  SendMessageW(handle(), EM_SETSEL, from, static_cast<LPARAM>(from + toWide(selected).size()));
 }
 
-std::pair<DWORD, DWORD> Win32TextField::selection() const {
-  DWORD start = 0;
-  DWORD end = 0;
-  SendMessageW(handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-               reinterpret_cast<LPARAM>(&end));
-  return {start, end};
+Win32TextField::Span Win32TextField::selection() const {
+  Span span;
+  SendMessageW(handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&span.start),
+               reinterpret_cast<LPARAM>(&span.end));
+  return span;
 }
 
 }  // namespace karvel

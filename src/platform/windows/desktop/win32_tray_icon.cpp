@@ -6,8 +6,6 @@
 #include <iterator>
 #include <utility>
 
-#include "platform/windows/desktop/win32_images.h"
-#include "platform/windows/desktop/win32_scaling.h"
 #include "platform/windows/system/wide_text.h"
 
 namespace karvel {
@@ -74,7 +72,7 @@ void Win32TrayIcon::retry() {
 }
 
 void Win32TrayIcon::load(TrayImage image, const std::string& tip) {
-  icon_ = trayImage(image, systemMetric(SM_CXSMICON, dpiOf(window_)));
+  icon_ = trayImage(image, IconSize::kSmall, dpiOf(window_));
   tip_ = toWide(tip);
 }
 

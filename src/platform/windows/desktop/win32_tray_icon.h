@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/desktop.h"
-#include "platform/windows/desktop/win32_gdi.h"
+#include "platform/windows/desktop/win32_look.h"
 #include "platform/windows/desktop/win32_service_window.h"
 
 namespace karvel {
