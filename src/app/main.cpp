@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A start that is there to show a window is of no use without a display.
+/// These starts only show a window.
 bool needsDisplay(const std::string& commandLine) {
   return commandLine == karvel::StartUp::kShowPanel ||
          commandLine == karvel::StartUp::kShowGroupDialog;

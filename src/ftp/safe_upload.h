@@ -19,8 +19,8 @@ class SafeUpload {
   SafeUpload(FtpForm& form, McWinFTP& clsFtp, RemoteListing& listing, Files& files, RunLog& log);
 
   /// Sends `folder` (ending in the separator) + `name` into the session's current folder. True
-  /// when it carries its final name there; the outcome is shown and logged. A missing local file
-  /// is false without a word.
+  /// when it has its final name there. The outcome is shown and logged, except for a missing local
+  /// file.
   bool Ftp_PutFile(const std::string& folder, const std::string& name);
 
   /// Deletes a remote file when the listing of the last refresh shows a file whose name begins

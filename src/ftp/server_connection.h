@@ -11,7 +11,7 @@
 
 namespace karvel {
 
-/// The road of a fresh session to the target folder.
+/// Takes a fresh session to the target folder.
 class ServerConnection {
  public:
   ServerConnection(FtpForm& form, McWinFTP& clsFtp, RemoteListing& listing, ServerList& servers,

@@ -27,7 +27,7 @@ void ServerList::LoadServerList() {
   const auto take = [this](std::string_view line) { takeLine(fromCodePage932(line)); };
   const bool complete =
       files_.readPieces(path_, [&](std::string_view piece) { lines.feed(piece, take); });
-  if (!complete) return;  // no list, or one that broke off: what it said until then holds
+  if (!complete) return;  // no list, or an unreadable rest: what has been read holds
   lines.finish(take);
 
   updateDomain(ticket::kMailDomain, MailDomain);

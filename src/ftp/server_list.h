@@ -18,8 +18,8 @@ class ServerList {
   std::string FtpServerHost;  ///< entry 4
   std::string FtpDomain;      ///< entry 5
 
-  /// Reads the list anew and carries its domains into the ticket application's settings, where
-  /// those hold other ones.
+  /// Reads the list again and writes its domains into the ticket application's settings where
+  /// those hold different ones.
   void LoadServerList();
 
  private:

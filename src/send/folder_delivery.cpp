@@ -10,8 +10,8 @@ namespace {
 constexpr std::chrono::milliseconds kSettlingPause{200};
 constexpr int kDroppedSeparators = 2;
 
-/// The name of a copy that is not complete yet: the shop's part of the name, which is the same for
-/// every day, so the next run replaces what a killed one has left.
+/// The name of an incomplete copy: the shop's part of the final name. It is the same every day, so
+/// that the next run overwrites what a killed one left.
 std::string temporaryName(std::string_view name) {
   return std::string(name.substr(0, name.find_first_of("_."))) + ".part";
 }

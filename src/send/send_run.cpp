@@ -72,7 +72,7 @@ void SendRun::succeeded(SendMode mode, const OwnKey& reachedFlag) {
   sendSettings_.confirm(reachedFlag);
   if (mode != SendMode::kUnattended) {
     form_.MsgLabel.setCaption(mode == SendMode::kConnectionTest ? "接続完了" : "転送完了");
-    // A save that finds the panel incomplete takes the flag back.
+    // After the flag is set: saving an incomplete panel withdraws it.
     sendSettings_.Save_FtpInfo();
   }
   setIcon(false);

@@ -14,7 +14,7 @@ class SendSettings {
   /// reached destinations where the panel is incomplete, and presets the tick counter.
   void Save_FtpInfo();
 
-  /// Notes that the destination of this flag has been reached.
+  /// Sets the flag of a destination that has been reached.
   void confirm(const OwnKey& reachedFlag) { settings_.write(reachedFlag, "1"); }
 
  private:

@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kFirstYear = 2009;
 constexpr int kMonths = 12;
-constexpr int kDaysOfEveryMonth = 31;  // other days have no files
+constexpr int kDaysOfEveryMonth = 31;  // days that a month lacks have no files
 
 }  // namespace
 

@@ -16,9 +16,9 @@ void Scheduler::Timer1_Timer() {
   form_.Timer1->setEnabled(false);
   if (request(own::kExitRequest) != 0) form_.TimerCount = kElapsed;
   countTick();
-  if (form_.closed()) return;  // the session has ended in front of a message of the run
+  if (form_.closed()) return;  // the session ended while the run showed a message
 
-  // A request that has come during a long send run counts too.
+  // Read again: the request may have come during a long send run.
   if (request(own::kExitRequest) != 0) {
     window_.unloadMainForm();
     return;

@@ -12,7 +12,7 @@
 
 namespace karvel {
 
-/// What a start has come to.
+/// How a start has ended.
 enum class StartOutcome : std::uint8_t {
   kEnded,     ///< the program ends at once
   kPanel,     ///< the settings panel is open, the timer off

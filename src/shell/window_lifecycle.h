@@ -30,7 +30,7 @@ class WindowLifecycle {
 
   /// Closes the main form and ends the program: timer off, icon removed, work files deleted.
   void unloadMainForm();
-  /// What also a start that is given up needs of that: timer off, icon removed.
+  /// The part of that which an aborted start needs, too: timer off, icon removed.
   void Form_QueryUnload();
   /// Deletes "*.txt" in the program's folder; files that cannot be deleted stay.
   void deleteWorkFiles();

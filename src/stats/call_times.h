@@ -14,7 +14,7 @@ namespace karvel {
 ///
 /// Equal entries follow each other in that order and add nothing to the interval, so each time is
 /// kept once: as a bit when it is written hh:mm:ss, which sorts as its text does, as a text when it
-/// is written otherwise. Texts that are no time of day are left out.
+/// is written otherwise. Texts that are not a time of day are ignored.
 class CallTimes {
  public:
   void add(std::string_view text);

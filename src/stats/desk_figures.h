@@ -5,7 +5,7 @@
 
 namespace karvel {
 
-/// What one desk's receptions of a day come to.
+/// The figures of one desk and day.
 struct DeskFigures {
   static constexpr int kBands = 8;
 

@@ -16,7 +16,7 @@ DeskFigures DeskReader::Read_DeskFile(const std::string& dayKey, int desk) {
   ReceptionTally tally;
   LineSplitter lines;
   const auto takeLine = [&](std::string_view line) { tally.addLine(line); };
-  // A file that breaks off counts as far as it went.
+  // If reading fails midway, what has been read counts.
   static_cast<void>(
       files_.readPieces(workFile(dayKey + "_" + std::to_string(desk) + ".tmp"),
                         [&](std::string_view piece) { lines.feed(piece, takeLine); }));

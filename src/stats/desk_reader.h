@@ -15,10 +15,10 @@ class DeskReader {
   DeskReader(Files& files, IniRedWrt& settings, std::string programFolder);
 
   /// The figures of a desk (1 to 6) on the day of the given key. A file that is missing or cannot
-  /// be opened gives zeros; one that breaks off gives the figures of what could be read.
+  /// be opened gives zeros; if reading fails midway, what has been read counts.
   [[nodiscard]] DeskFigures Read_DeskFile(const std::string& dayKey, int desk);
 
-  /// The key of the current business day, whatever the ticket application has put there.
+  /// The key of the current business day, unchecked.
   [[nodiscard]] std::string businessDayKey();
 
   /// True when the ticket application has kept the day of that key.

@@ -36,11 +36,11 @@ constexpr std::uint64_t kMidnight = 0x3030'3A30'303A'3030;  // 00:00:00
 constexpr std::uint64_t kLatest = 0x0905'0009'0500'0902;    // 29:59:59, above midnight
 constexpr std::uint64_t kUpToHighestBit = inEachPlace(0x7F) - kLatest;
 
-/// Seconds of a time written hh:mm:ss, the form of nearly every record; anything else is left to
-/// the general rule. All characters are looked at in one step: there are two times per record.
+/// Seconds of a time written hh:mm:ss, the form of nearly every record; empty for any other
+/// text. Compares all characters in one step, because every record has two times.
 std::optional<int> writtenSeconds(std::string_view text) {
   if (text.size() != kTimeLength) return std::nullopt;
-  // What each character is above that of midnight: a digit up to 9, a colon nothing.
+  // How far each character is above that of 00:00:00: a digit by at most 9, a colon by 0.
   const std::uint64_t above = eightBytes(text.data()) ^ kMidnight;
   if ((((above + kUpToHighestBit) | above) & inEachPlace(0x80)) != 0) return std::nullopt;
 

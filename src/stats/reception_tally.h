@@ -11,8 +11,8 @@ namespace karvel {
 /// Condenses the records of one desk into its figures, one line after the other.
 ///
 /// A record is 11 fields separated by TAB, each taken without the blanks around it; other lines
-/// count nowhere. Used fields: 1 issue time, 2 call time, 4 handled marker, 5 mail marker, 7
-/// reservation count. A handled record whose issue or call time is no time of day counts as
+/// are ignored. Used fields: 1 issue time, 2 call time, 4 handled marker, 5 mail marker, 7
+/// reservation count. A handled record whose issue or call time is not a time of day counts as
 /// handled and adds nothing to the waits.
 class ReceptionTally {
  public:

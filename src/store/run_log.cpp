@@ -5,6 +5,7 @@
 #include "text/strings.h"
 
 namespace karvel {
+
 RunLog::RunLog(Files& files, Clock& clock, const std::string& programFolder)
     : files_(files), clock_(clock), folder_(joinPath(programFolder, "Log")) {
 }

@@ -14,8 +14,8 @@ class RunLog {
  public:
   RunLog(Files& files, Clock& clock, const std::string& programFolder);
 
-  /// Appends "yyyy/mm/dd hh:mm:ss", TAB, the message and CR LF in code page 932. A failure goes
-  /// unnoticed.
+  /// Appends "yyyy/mm/dd hh:mm:ss", TAB, the message and CR LF in code page 932. Control
+  /// characters in the message become blanks. Failures are ignored.
   void WriteLog(std::string_view message);
 
  private:

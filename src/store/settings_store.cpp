@@ -98,7 +98,7 @@ bool IniRedWrt::locateTicketIni(const std::string& programFolder) {
     folder = programFolder;
     write(own::kTicketFolder, folder);
   }
-  // The code page lacks characters that a path may have; the program's own folder is known anyway.
+  // The code page cannot store every path, but the program's own folder is known exactly.
   if (toCodePage932(folder) == toCodePage932(programFolder)) folder = programFolder;
   TicketIniPath = joinPath(folder, "karvel.ini");
   return files_.exists(TicketIniPath);

@@ -12,7 +12,7 @@
 namespace karvel {
 
 /// The settings store: the only access to the two profile files, the program's own and the ticket
-/// application's. Names and values are UTF-8. Nothing here fails or shows a message.
+/// application's. Names and values are UTF-8. No call throws or shows a message.
 class IniRedWrt {
  public:
   IniRedWrt(Profile& profile, Files& files, Clock& clock)
@@ -38,11 +38,11 @@ class IniRedWrt {
   bool write(const OwnKey& key, std::string_view value);
   bool write(const TicketKey& key, std::string_view value);
 
-  /// Settles OwnIniPath; false when there is no such file.
+  /// Sets OwnIniPath; false when there is no such file.
   bool locateOwnIni(const std::string& programFolder);
   /// Makes the own file with its initial values.
   void createOwnIni(const std::string& programFolder);
-  /// Settles TicketIniPath from the own settings, where an empty folder becomes the program's and
+  /// Sets TicketIniPath from the own settings, where an empty folder becomes the program's and
   /// is stored so; false when there is no such file.
   bool locateTicketIni(const std::string& programFolder);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Values that name the operator's own service; whoever runs that service puts in theirs.
+/// Values that name the operator's own service; each operator sets their own.
 namespace karvel::configured {
 
 /// Server of the service site where no server list says otherwise.

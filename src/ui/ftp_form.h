@@ -82,7 +82,8 @@ class FtpForm final : public Form {
   [[nodiscard]] int interval() const;
   /// The shop code field holds a positive number.
   [[nodiscard]] bool shopCodeValid() const;
-  /// What the chosen destination needs is entered: the output folder; host, account and password.
+  /// The fields that the chosen destination needs are filled in: output folder, or host, account
+  /// and password.
   [[nodiscard]] bool destinationComplete() const;
   /// The chosen destination has been reached before, or needs no proof (the service site).
   [[nodiscard]] bool destinationConfirmed();

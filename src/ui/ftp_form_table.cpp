@@ -40,7 +40,7 @@ constexpr std::array kControls{
          {10, 8, 388, 20}),
     note(13, "集計管理を利用しない場合は設定不要です。", {10, 30, 388, 10}),
 
-    // Each destination has what belongs to it in the second column.
+    // What belongs to a destination is beside it in the second column.
     title(3, "　■保存先指定", {10, 46, 388, 12}),
     option("Option2", 0, "ﾌｫﾙﾀﾞ設定 ( 指定ﾌｫﾙﾀﾞへ出力 )", {18, 63, 134, 14}, 0),
     label(10, "ﾌｫﾙﾀﾞ", {154, 63, 24, 14}, Row::kDisabled),

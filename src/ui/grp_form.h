@@ -11,8 +11,8 @@ namespace karvel {
 extern const FormTable kGrpFormTable;
 
 /// The dialog that registers shop code, group code, group name and web group. Registering stores
-/// them and hands them back to the main panel; anything else stores nothing. Constructing it is
-/// its load: it settles the paths of both settings files.
+/// them and hands them back to the main panel; anything else stores nothing. The
+/// constructor is its load handler; it also sets the paths of both settings files.
 class GrpForm final : public Form {
  public:
   struct Field {

@@ -72,6 +72,20 @@ TEST_F(SettingsStoreTest, MakesAReadOnlyFileNormalForTheSecondAttempt) {
   EXPECT_FALSE(store.WriteIni("S", "K", "V", joinPath("nowhere", "karvel.hnb")));
 }
 
+TEST_F(SettingsStoreTest, LeavesAFileAloneThatHoldsTheValue) {
+  put("A=x\r\nFTP TIME=\"1\"\r\n");
+  EXPECT_TRUE(store.write(OwnKey{"A"}, "x"));
+  EXPECT_TRUE(store.write(own::kInterval, "1"));
+  EXPECT_EQ(files.written.size(), 0U);
+  EXPECT_TRUE(store.write(OwnKey{"B"}, ""));
+  EXPECT_EQ(files.written.size(), 1U) << "an empty value and a missing one read alike";
+  EXPECT_EQ(clock.slept, milliseconds(0));
+
+  files.files[kFile].readOnly = true;
+  EXPECT_TRUE(store.write(OwnKey{"A"}, "x"));
+  EXPECT_FALSE(files.files[kFile].readOnly);
+}
+
 TEST_F(SettingsStoreTest, FindsTheProgramsOwnFolderWhateverItIsCalled) {
   for (const char* start : {"first", "next"}) {
     store.locateTicketIni("caf\u00E9");
@@ -93,10 +107,11 @@ TEST_F(SettingsStoreTest, TheRunLogAppendsDatedLinesWhereItsFolderIs) {
   clock.time = {2024, 1, 15, 23, 59, 59};
   log.WriteLog("b");
   clock.time = {2024, 1, 16, 0, 0, 0};
-  log.WriteLog("c\r\nd");
+  log.WriteLog("c\r\nd\x1B\x7F表");
   EXPECT_EQ(files.files[joinPath(folder, "240115.log")].content,
             "2024/01/15 09:05:07\t\x8A\x4A\x8E\x6E\r\n2024/01/15 23:59:59\tb\r\n");
-  EXPECT_EQ(files.files[joinPath(folder, "240116.log")].content, "2024/01/16 00:00:00\tc  d\r\n");
+  EXPECT_EQ(files.files[joinPath(folder, "240116.log")].content,
+            "2024/01/16 00:00:00\tc  d  \x95\x5C\r\n");
 }
 
 }  // namespace
