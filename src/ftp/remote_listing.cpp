@@ -34,21 +34,13 @@ std::int32_t slotSize(double size) {
   return static_cast<std::int32_t>(std::min(std::round(size), kLargest));
 }
 
-std::optional<std::size_t> findLine(const std::vector<std::string>& lines, std::string_view part) {
-  for (std::size_t slot = 0; slot < lines.size(); ++slot) {
-    const std::string_view line = trimmed(lines[slot]);
-    if (line.empty()) break;
-    if (contains(line, part)) return slot;
-  }
-  return std::nullopt;
-}
-
 }  // namespace
 
 void RemoteListing::Ftp_ListFiles() {
   DirLines_.clear();
   FileLines_.clear();
   FileSizes_.clear();
+  form_.lstFiles.setItems({});
 
   std::vector<std::string> shown{clsFtp_.CurDir() == "/" ? ". " : ".."};
   for (clsFtp_.FindFile("*.*"); !clsFtp_.RemoteFile->SearchEnd; clsFtp_.NextFile()) {
@@ -59,21 +51,30 @@ void RemoteListing::Ftp_ListFiles() {
 
 void RemoteListing::store(const FTPFile& entry, std::vector<std::string>& shown) {
   const bool isFolder = entry.FileType == FTPFile::kFolder;
-  std::vector<std::string>& lines = isFolder ? DirLines_ : FileLines_;
-  std::string line = isFolder ? folderLine(entry) : fileLine(entry);
-  if (lines.size() < kSlots) {
-    lines.push_back(fixedWidth(line, kSlotWidth));
+  std::vector<std::size_t>& slots = isFolder ? DirLines_ : FileLines_;
+  if (slots.size() < kSlots) {
+    slots.push_back(shown.size());
     if (!isFolder) FileSizes_.push_back(slotSize(entry.FileSize));
   }
-  shown.push_back(std::move(line));
+  shown.push_back(isFolder ? folderLine(entry) : fileLine(entry));
 }
 
 std::optional<std::size_t> RemoteListing::findFolder(std::string_view part) const {
-  return findLine(DirLines_, part);
+  return find(DirLines_, part);
 }
 
 std::optional<std::size_t> RemoteListing::findFile(std::string_view part) const {
-  return findLine(FileLines_, part);
+  return find(FileLines_, part);
+}
+
+std::optional<std::size_t> RemoteListing::find(const std::vector<std::size_t>& slots,
+                                               std::string_view part) const {
+  const std::vector<std::string>& shown = form_.lstFiles.items();
+  for (std::size_t slot = 0; slot < slots.size(); ++slot) {
+    const std::string_view line = firstCharacters(shown[slots[slot]], kSlotWidth);
+    if (contains(trimmed(line), part)) return slot;
+  }
+  return std::nullopt;
 }
 
 }  // namespace karvel

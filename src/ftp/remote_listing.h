@@ -17,7 +17,7 @@ class RemoteListing {
  public:
   /// Entries of each kind that the tables keep; the list box shows them all.
   static constexpr std::size_t kSlots = 10001;
-  /// Characters of a slot: shorter lines are padded with blanks, longer ones cut.
+  /// Characters of a slot; of a longer line the rest is not searched.
   static constexpr std::size_t kSlotWidth = 128;
 
   RemoteListing(FtpForm& form, McWinFTP& clsFtp) : form_(form), clsFtp_(clsFtp) {}
@@ -26,7 +26,7 @@ class RemoteListing {
   /// until then is kept.
   void Ftp_ListFiles();
 
-  /// The slot of the first folder line, up to the first empty one, that contains `part`.
+  /// The slot of the first folder line that contains `part`.
   [[nodiscard]] std::optional<std::size_t> findFolder(std::string_view part) const;
   /// The same for file lines.
   [[nodiscard]] std::optional<std::size_t> findFile(std::string_view part) const;
@@ -36,11 +36,13 @@ class RemoteListing {
 
  private:
   void store(const FTPFile& entry, std::vector<std::string>& shown);
+  [[nodiscard]] std::optional<std::size_t> find(const std::vector<std::size_t>& slots,
+                                                std::string_view part) const;
 
   FtpForm& form_;
   McWinFTP& clsFtp_;
-  std::vector<std::string> DirLines_;
-  std::vector<std::string> FileLines_;
+  std::vector<std::size_t> DirLines_;  ///< where the list box has the line of each slot
+  std::vector<std::size_t> FileLines_;
   std::vector<std::int32_t> FileSizes_;
 };
 

@@ -58,6 +58,9 @@ const std::vector<Sample>& samples() {
       {"d [R----F--] supervisor            512       Jan 16 18:53    login",
        "D[login] 512 2026/01/16 18:53"},
       {"-[RWCEAFMS] rhesus  214059  Oct 20 15:27  cx.exe", "F[cx.exe] 214059 2025/10/20 15:27"},
+      {"-rw-r--r-- 1 500 500 0 Mar  5 08:20 empty", "F[empty] 0 2026/03/05 08:20"},
+      {"-rw-r--r-- 1 500 500 0 3月 5日 08:20 empty", "F[empty] 0 2026/03/05 08:20"},
+      {"ar-xr-xr-x 2 none none 512 Apr 26 17:52 Plan 9", "F[Plan 9] 512 2025/04/26 17:52"},
       // Unix: names
       {"-rw-r--r-- 1 a b 1 Jan 01  2024  blanks  in ", "F[ blanks  in ] 1 2024/01/01 00:00"},
       {"-rw-r--r-- 1 a b 1 Feb  3 09:05  blank", "F[ blank] 1 2026/02/03 09:05"},
@@ -142,6 +145,27 @@ TEST(FtpListing, ReadsTheLinesOfEveryFormat) {
   }
 }
 
+TEST(FtpListing, ReadsEveryMixOfColumns) {
+  const std::pair<const char*, const char*> dates[] = {
+      {"Nov  6 14:21 ", "2025/11/06 14:21"},      {"Nov 06  2025 ", "2025/11/06 00:00"},
+      {"6 Nov 14:21 ", "2025/11/06 14:21"},       {"2025-11-06 14:21 ", "2025/11/06 14:21"},
+      {"11月 6日 14時21分 ", "2025/11/06 14:21"}, {"11月 6日 2025年 ", "2025/11/06 00:00"},
+      {"11/ 6 14:21 ", "2025/11/06 14:21"},       {"Nov 6 14:21:30 2025 ", "2025/11/06 14:21"}};
+  for (const std::string columns :
+       {"1 root root ", "1 500 500 ", "1 2001 31 ", "1 u Domain Users ", "4 5 ", ""}) {
+    for (const char* size : {"0", "1", "12", "31", "32", "1601", "2025", "123456"}) {
+      for (const auto& [date, time] : dates) {
+        for (const std::string name :
+             {"x", "2025 a", "12:30 b", "6 Nov 2024 c", "a -> b", "1 2 3"}) {
+          const std::string line = "-rw-r--r-- " + columns + size + " " + date + name;
+          EXPECT_EQ(describe(parseListingLine(line, kNow)), "F[" + name + "] " + size + " " + time)
+              << line;
+        }
+      }
+    }
+  }
+}
+
 TEST(FtpListing, TakesNothingElseForAnEntry) {
   const std::string lines[] = {"",
                                "total 3",
@@ -163,6 +187,7 @@ TEST(FtpListing, TakesNothingElseForAnEntry) {
                                "-rw-r--r-- 1 a b x Jan 01  2024 x",
                                "-rw-r--r-- 1 a b 1 Jan 01  2024",
                                "-rw-r--r-- 1 a b 1 Jan 01  2024 /",
+                               "-rw-r--r-- 1 a b 1 Jan 01  2024   ",
                                "-rw-r--r-- 1 a b 1 Jan 01  2024 a\x7F",
                                std::string("-rw-r--r-- 1 a b 1 Jan 01  2024 a\0b", 35),
                                "13-13-24  02:30PM       <DIR>          x",

@@ -47,7 +47,8 @@ std::string_view withoutOneBlank(std::string_view text) {
 
 std::optional<Internet::FindData> named(Internet::FindData entry, std::string_view name) {
   if (name.ends_with('/')) name.remove_suffix(1);
-  if (name.empty() || std::any_of(name.begin(), name.end(), isControl)) return std::nullopt;
+  if (withoutLeadingBlanks(name).empty()) return std::nullopt;
+  if (std::any_of(name.begin(), name.end(), isControl)) return std::nullopt;
   entry.name = name;
   return entry;
 }
@@ -78,8 +79,8 @@ std::optional<std::uint64_t> sizeOf(std::string_view word) {
 /// "drwxr-xr-x" and its relatives: shorter, longer, with a mark of further rights behind it or with
 /// the number of links run into it.
 bool isModeWord(std::string_view word) {
-  constexpr std::string_view kTypes = "-dlbcpsDCMnP";
-  constexpr std::string_view kRights = "-rwxsStTlLXaA";
+  constexpr std::string_view kTypes = "-dlbcpsDCMnPaf";
+  constexpr std::string_view kRights = "-rwxsStTlL";
   constexpr std::size_t kFewestRights = 3;
   constexpr std::size_t kMostRights = 12;
   if (word.empty() || !contains(kTypes, word.substr(0, 1))) return false;
@@ -134,7 +135,7 @@ std::string_view from(std::string_view word, std::string_view line) {
 
 bool isTimeOrYear(std::string_view word) {
   const auto colon = word.find(':');
-  if (colon != std::string_view::npos) return isNumber(word.substr(0, colon));
+  if (colon != std::string_view::npos) return colon <= 2 && isNumber(word.substr(0, colon));
   return word.size() == 4 && isNumber(word) && (word.starts_with("19") || word.starts_with("20"));
 }
 

@@ -109,9 +109,9 @@ class Reader {
   std::string_view text_;
 };
 
+constexpr int kFirstYear = 1601;
+
 bool exists(const Day& day) {
-  using std::chrono::year_month_day;
-  constexpr int kFirstYear = 1601;
   const auto date = std::chrono::year{day.year} / day.month / day.day;
   return day.year >= kFirstYear && date.ok();
 }
@@ -151,7 +151,7 @@ std::optional<Day> takeJapaneseDay(Reader& reader) {
   auto number = reader.takeNumber(1, 4);
   if (!number) return std::nullopt;
   const bool yearSign = reader.take(kYearSign);
-  if (yearSign || reader.atBlank()) {
+  if (yearSign || (*number >= kFirstYear && reader.atBlank())) {
     reader.takeBlanks();
     day.year = *number;
     day.yearIsWord = !yearSign;
@@ -177,6 +177,7 @@ std::optional<Day> takeEnglishDay(Reader& reader) {
   const auto number = reader.takeNumber(1, 4);
   if (number) {
     constexpr int kLastDay = 31;
+    if (*number == 0 || (*number > kLastDay && *number < kFirstYear)) return std::nullopt;
     day.yearIsWord = *number > kLastDay;
     (day.yearIsWord ? day.year : day.day) = *number;
     if (reader.take("-") == (reader.takeBlanks() > 0)) return std::nullopt;
@@ -201,7 +202,7 @@ std::optional<Time> takeTime(Reader& reader) {
   const auto hour = reader.takeNumber(1, 2);
   const bool signs = hour && reader.take(kHourSign);
   if (!hour || (!signs && !reader.take(":"))) return std::nullopt;
-  const auto minute = reader.takeNumber(signs ? 1 : 2, 2);
+  const auto minute = reader.takeNumber(1, 2);
   if (!minute || (signs && !reader.take(kMinuteSign))) return std::nullopt;
   time.hour = *hour;
   time.minute = *minute;
