@@ -155,6 +155,12 @@ TEST_F(DesktopTest, AFormThatKeepsTheProgramBusyHasTheWaitCursor) {
   EXPECT_NE(usual, LoadCursorW(nullptr, IDC_WAIT));
 }
 
+TEST_F(DesktopTest, TheFolderDialogBeginsAtTheFolderThatIsGiven) {
+  show(form_);
+  user_.soon([&] { user_.press(Key::kEnter); });
+  EXPECT_EQ(desktop_->browseForFolder(form_, "title", "C:\\windows"), "C:\\windows");
+}
+
 TEST_F(DesktopTest, EnterPressesTheButtonThatWasClicked) {
   show(form_);
   std::string pressed;
