@@ -1,7 +1,10 @@
 #pragma once
 
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/desktop.h"
@@ -21,6 +24,47 @@ class FakeTimer final : public Timer {
  private:
   std::function<void()> onTick_;
   bool enabled_ = false;
+};
+
+/// A window as far as the form has told it what to show.
+class FakeWindow final : public FormView {
+ public:
+  explicit FakeWindow(Form& form) : form_(form) {
+    for (const auto& control : form.controls()) controlChanged(*control);
+    formChanged();
+    form.setView(this);
+  }
+  FakeWindow(const FakeWindow&) = delete;
+  FakeWindow& operator=(const FakeWindow&) = delete;
+  ~FakeWindow() override { form_.setView(nullptr); }
+
+  [[nodiscard]] bool shows(const Form& form) const { return &form == &form_; }
+  void formChanged() override { frame_ = frameOf(form_); }
+  void controlChanged(Control& control) override { shown_[&control] = contentOf(control); }
+  /// The names of the controls that it shows otherwise than the form has them.
+  [[nodiscard]] std::string differences() const {
+    std::string names = frame_ == frameOf(form_) ? "" : form_.table().name;
+    for (const auto& control : form_.controls()) {
+      if (shown_.at(control.get()) != contentOf(*control)) names += control->row().name;
+    }
+    return names;
+  }
+
+ private:
+  using Frame = std::tuple<std::string, bool, WindowState, bool>;
+  static Frame frameOf(const Form& form) {
+    return {form.caption(), form.visible(), form.windowState(), form.topmost()};
+  }
+  using Content = std::tuple<bool, bool, int, std::size_t, std::size_t, std::string, std::string>;
+  static Content contentOf(const Control& control) {
+    return {
+        control.enabled(),         control.selected(), control.value(), control.selectionStart(),
+        control.selectionLength(), control.caption(),  control.text()};
+  }
+
+  Form& form_;
+  Frame frame_;
+  std::map<const Control*, Content> shown_;
 };
 
 /// A desktop that records what it is asked to show, and plays the user through hooks.
@@ -46,17 +90,23 @@ class FakeDesktop final : public Desktop {
   std::vector<MenuItem*> openMenu;
   std::function<void()> endSession;
   FakeTimer* timer = nullptr;  ///< the last one made
+  std::unique_ptr<FakeWindow> window;
+  std::string differences;  ///< of the dialogs' windows
   bool busy = false;
   bool hasQuit = false;
 
   bool hasDisplay() const override { return true; }
-  void bind(Form&) override {}
-  void release(Form&) override {}
+  void bind(Form& form) override { window = std::make_unique<FakeWindow>(form); }
+  void release(Form& form) override {
+    if (window->shows(form)) window.reset();
+  }
   void showModal(Form& dialog, Form& owner) override {
     const DialogScope open(owner, dialog);
+    const FakeWindow shown(dialog);
     modals.emplace_back(dialog.table().name);
     dialog.setVisible(true);
     if (onModal) onModal(dialog);
+    differences += shown.differences();
     if (!dialog.closed()) dialog.close();
   }
   void setBusy(Form&, bool nowBusy) override {
