@@ -4,6 +4,8 @@
 #include <deque>
 #include <random>
 
+#include "form/keyboard.h"
+#include "form/text_entry.h"
 #include "ui/user_form.h"
 #include "unit/modelled_shop.h"
 
@@ -178,9 +180,23 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected Modelled
         note("closes the panel");
         beginClosing();
         return form().close();
+      case 3:
+        return pressKey(anyControl());
       default:
         use(anyControl());
     }
+  }
+  /// Enter, or an arrow key, in a control.
+  void pressKey(Control& focused) {
+    const ControlKind kind = focused.row().kind;
+    const bool button = kind == ControlKind::kButton;
+    Control* answer = answeredBy(form(), AnswerKey::kEnter, false, &focused);
+    EXPECT_EQ(answer, button ? &focused : &form().Command1[Command::kOk]);
+    Control* neighbour = neighbouringOption(form(), focused, below(2) == 0 ? 1 : -1);
+    EXPECT_EQ(neighbour != nullptr, kind == ControlKind::kOptionButton);
+    if (neighbour == nullptr) return use(*answer);
+    EXPECT_STREQ(neighbour->row().name, focused.row().name);
+    use(*neighbour);
   }
   /// As a user can: nothing happens to a control that is hidden or disabled.
   void use(Control& control) {
@@ -189,7 +205,7 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected Modelled
       case ControlKind::kTextBox:
         control.focus();
         EXPECT_EQ(control.selectionLength(), characterCount(control.text()));
-        return type(control, {kOutFolder, kOutFolder, " out ", "", "o", "nowhere", "表町"});
+        return type(control, {kOutFolder, kOutFolder, " out ", "", "o", "nowhere", "表\r\n町"});
       case ControlKind::kOptionButton:
         note(std::string(control.row().name) + " " + std::to_string(control.row().index));
         control.select();
@@ -205,7 +221,7 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected Modelled
   void type(Control& field, const std::vector<std::string>& texts) {
     const std::string text = oneOf(texts);
     note("types \"" + text + "\" into " + field.row().accessibleName);
-    field.setText(text);
+    field.setText(acceptedInsertion(field.row(), text, 0));
   }
   void press(Control& button) {
     const int index = &button == &form().Command3   ? kBrowse
@@ -250,9 +266,9 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected Modelled
       Control& field = *texts.all()[static_cast<std::size_t>(below(int(texts.all().size())))];
       const bool site = account != nullptr && field.row().index == Field::kSiteFolder;
       if (!field.enabled()) continue;
-      type(field,
-           site ? std::vector<std::string>{"shop", "", "/shop/", "none"}
-                : std::vector<std::string>{"7", "", " 12 3 ", "123456", "12x", "1e1", "&H", "表"});
+      type(field, site ? std::vector<std::string>{"shop", "", "/shop/", "none"}
+                       : std::vector<std::string>{"7", "", " 12 3 ", "123456", "12x", "1e1", "&H",
+                                                  "表\t1"});
     }
     if (account != nullptr && below(4) == 0) {
       account->Command2.click();
