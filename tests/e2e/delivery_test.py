@@ -70,22 +70,6 @@ class DeliveryTest(ShopTest):
                          settings_before.replace(b"FTP INIT=1", b"FTP INIT=0")
                          .replace(b"BACK=0800077", b"BACK=1200345"))
 
-    def test_output_folders_that_take_nothing(self):
-        def read_only(out):
-            out.chmod(0o555)
-
-        def older_files_read_only(out):
-            for name in (TABLE, SHOP_INFO):
-                (out / name).write_bytes(b"old")
-                (out / name).chmod(0o444)
-
-        for damage in (read_only, older_files_read_only):
-            with self.subTest(damage.__name__):
-                shop = self.shop("--receptions", "1")
-                damage(shop.out)
-                shop.send_once()
-                self.check_nothing_arrived(shop)
-
     def test_full_disk(self):
         # A limit on the size of files stands for the full disk: it needs no mount and no right to
         # one. It binds in every folder, so the table breaks off where it is made.
@@ -94,8 +78,3 @@ class DeliveryTest(ShopTest):
         shop.send_once(through=("prlimit", f"--fsize={FULL_DISK_BYTES}", "--core=0"))
         self.assertEqual(shop.delivered()[TABLE], b"old")
         self.assertEqual(shop.names(), ["Log", "karvel", "karvel.hnb", "karvel.ini", "temp"])
-
-    def check_nothing_arrived(self, shop):
-        self.assertEqual(shop.log_messages(), LOG_OF_A_RUN)
-        self.assertEqual(shop.names(), ["Log", "karvel", "karvel.hnb", "karvel.ini", "temp"])
-        self.assertLessEqual(set(shop.delivered().values()), {b"old"})

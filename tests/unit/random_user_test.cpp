@@ -203,8 +203,6 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected Modelled
     if (!control.enabled() || control.has(ControlRow::kHidden)) return;
     switch (control.row().kind) {
       case ControlKind::kTextBox:
-        control.focus();
-        EXPECT_EQ(control.selectionLength(), characterCount(control.text()));
         return type(control, {kOutFolder, kOutFolder, " out ", "", "o", "nowhere", "表\r\n町"});
       case ControlKind::kOptionButton:
         note(std::string(control.row().name) + " " + std::to_string(control.row().index));
@@ -219,6 +217,8 @@ class RandomUser : public ::testing::TestWithParam<unsigned>, protected Modelled
     }
   }
   void type(Control& field, const std::vector<std::string>& texts) {
+    field.focus();
+    EXPECT_EQ(field.selectionLength(), characterCount(field.text()));
     const std::string text = oneOf(texts);
     note("types \"" + text + "\" into " + field.row().accessibleName);
     field.setText(acceptedInsertion(field.row(), text, 0));
