@@ -1,5 +1,5 @@
 ; The installer for one user of a shop's machine. Defined from outside: VERSION, PROGRAM and SETTINGS
-; (the executables), MANUAL (the folder of the manual's pages), ICON and OUTPUT.
+; (the executables), MANUAL (commands that unpack the manual), ICON and OUTPUT.
 ;
 ; Switches besides NSIS' own /S and /D=folder:
 ;   /AUTOSTART=0   does not start the program with Windows; 1 does
@@ -81,8 +81,7 @@ Section "!集計管理" ProgramSection
   Call stopProgram
 
   RMDir /r "$INSTDIR\karvel-manual"
-  SetOutPath "$INSTDIR\karvel-manual"
-  File /r "${MANUAL}\*"
+  !include "${MANUAL}"
   SetOutPath "$INSTDIR"
   File "/oname=karvel.exe" "${PROGRAM}"
   File "/oname=karvel-settings.exe" "${SETTINGS}"

@@ -66,6 +66,12 @@ class PackagesTest(unittest.TestCase):
                                 for package in (SETUP, PORTABLE)})
         self.assertEqual(set(content_of(PACKAGES)), {*sums, "SHA256SUMS"})
 
+    def test_the_packages_are_the_same_whenever_they_are_made(self):
+        again = WORK / "packages-again"
+        subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, again], check=True,
+                       env={**os.environ, "TZ": "Asia/Tokyo"})
+        self.assertEqual(content_of(again), content_of(PACKAGES))
+
     def test_the_portable_zip_is_ready_to_be_unpacked_and_started(self):
         with zipfile.ZipFile(PORTABLE) as package:
             names = package.namelist()
