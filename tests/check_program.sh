@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
-# Checks that the Windows program can be handed out as one file: check_program.sh PROGRAM
+# Checks that a program can be handed out: check_program.sh PROGRAM
+# It is hardened; one for Windows is all in one file, and the same whenever and wherever it is built.
 set -euo pipefail
+export LC_ALL=C
 
 readonly program=$1
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 readonly largest=$((2500 * 1024))
 readonly own_libraries='kernel32|user32|gdi32|shell32|ole32|comdlg32|advapi32|imm32|wininet|shlwapi|uxtheme|version|msvcrt'
 
@@ -12,18 +15,35 @@ refuse() {
   failed=1
 }
 
-headers=$(LC_ALL=C x86_64-w64-mingw32-objdump -p "$program")
-foreign=$(sed -n 's/^\tDLL Name: //p' <<<"$headers" | grep -viE "^($own_libraries)\.dll$" || true)
-[[ -z $foreign ]] || refuse "imports libraries that a bare Windows 7 may lack: $foreign"
-grep -q '(Windows GUI)' <<<"$headers" || refuse "would open a console window"
+has() { grep -q -e "$1" <<<"$facts" || refuse "$2"; }
 
-has_resource() {
-  [[ $(od -An -v -tx1 "$program" | tr -d ' \n') == *$(od -An -v -tx1 | tr -d ' \n')* ]]
+check_windows() {
+  local foreign size
+  facts=$(x86_64-w64-mingw32-objdump -p -h "$program" && x86_64-w64-mingw32-nm "$program.debug")
+  foreign=$(sed -n 's/^\tDLL Name: //p' <<<"$facts" | grep -viE "^($own_libraries)\.dll$" || true)
+  [[ -z $foreign ]] || refuse "imports libraries that a bare Windows 7 may lack: $foreign"
+  has '(Windows GUI)' "would open a console window"
+  for flag in NX_COMPAT DYNAMIC_BASE HIGH_ENTROPY_VA ' \.reloc ' __stack_chk_fail; do
+    has "$flag" "lacks $flag"
+  done
+  has '^Entry a [0-9a-f]*[1-9a-f][0-9a-f]* 00000070' "lacks the rule where its libraries come from"
+  has '^Time/Date.* 1970$' "holds the time of its build"
+  ! grep -qF "$root" "$program" || refuse "names the folder that it was built in"
+
+  has_resource "$(printf 'PerMonitorV2' | hex)" || refuse "lacks its manifest"
+  has_resource "$(printf 'るりはなリンク集計管理' | iconv -f UTF-8 -t UTF-16LE | hex)" ||
+    refuse "lacks its Japanese version resource"
+  size=$(stat -c %s "$program")
+  ((size <= largest)) || refuse "$size bytes, more than $largest"
 }
-printf 'PerMonitorV2' | has_resource || refuse "lacks its manifest"
-printf 'るりはなリンク集計管理' | iconv -f UTF-8 -t UTF-16LE | has_resource ||
-  refuse "lacks its Japanese version resource"
 
-size=$(stat -c %s "$program")
-((size <= largest)) || refuse "$size bytes, more than $largest"
+check_linux() {
+  facts=$(readelf -dlW "$program" && nm -D "$program")
+  for flag in 'FLAGS_1.* NOW.* PIE' GNU_RELRO __stack_chk_fail; do has "$flag" "lacks $flag"; done
+}
+
+hex() { od -An -v -tx1 | tr -d ' \n'; }
+has_resource() { [[ $(hex <"$program") == *$1* ]]; }
+
+if [[ $program == *.exe ]]; then check_windows; else check_linux; fi
 exit $failed

@@ -5,10 +5,12 @@ target_compile_definitions(karvel_platform PUBLIC
   _WIN32_WINNT=0x0601 WINVER=0x0601 UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
 target_link_libraries(karvel_platform PUBLIC karvel_core PRIVATE wininet gdi32 user32 shell32 ole32 imm32)
 
+target_compile_options(karvel_options INTERFACE -g1)
+
 enable_language(RC)
 
-# A program with windows, no console, and nothing in it that only a debugger reads; with the icons,
-# the version and the manifest that Windows looks for in it.
+# A program with windows, no console, and its debugging information in a file beside it; with the
+# icons, the version and the manifest that Windows looks for in it.
 function(karvel_finish_program target)
   set(script ${CMAKE_SOURCE_DIR}/src/platform/windows/karvel.rc)
   set(icons ${CMAKE_SOURCE_DIR}/assets/icons)
@@ -22,6 +24,12 @@ function(karvel_finish_program target)
     OBJECT_DEPENDS "${icons}/window.ico;${icons}/normal.ico;${icons}/failure.ico;${manifest}")
   target_sources(${target} PRIVATE ${script})
   set_target_properties(${target} PROPERTIES WIN32_EXECUTABLE ON)
-  # Sections at whole pages of the file are mapped by Wine, as they are by Windows, and not copied.
-  target_link_options(${target} PRIVATE -s -Wl,--file-alignment,4096)
+  target_link_options(${target} PRIVATE
+    # Sections at whole pages of the file are mapped by Wine, as they are by Windows, and not copied.
+    -Wl,--file-alignment,4096
+    -Wl,--nxcompat,--dynamicbase,--high-entropy-va)
+  set(finish ${CMAKE_SOURCE_DIR}/packaging/finish-program)
+  set_target_properties(${target} PROPERTIES LINK_DEPENDS ${finish})
+  add_custom_command(TARGET ${target} POST_BUILD VERBATIM
+    COMMAND ${finish} $<TARGET_FILE:${target}>)
 endfunction()

@@ -6,6 +6,7 @@
 
 #include "platform/windows/desktop/win32_desktop.h"
 #include "platform/windows/internet/wininet_internet.h"
+#include "platform/windows/system/library_search.h"
 #include "platform/windows/system/system_clock.h"
 #include "platform/windows/system/user_instance.h"
 #include "platform/windows/system/wide_text.h"
@@ -48,6 +49,7 @@ std::string arguments() {
 }  // namespace
 
 Platform makePlatform(int, char**) {
+  confineLibrarySearch();
   Platform platform;
   platform.programFolder = programFolder();
   platform.commandLine = arguments();
