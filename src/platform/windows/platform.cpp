@@ -6,6 +6,7 @@
 
 #include "platform/windows/desktop/win32_desktop.h"
 #include "platform/windows/internet/wininet_internet.h"
+#include "platform/windows/system/crash_dump.h"
 #include "platform/windows/system/library_search.h"
 #include "platform/windows/system/system_clock.h"
 #include "platform/windows/system/user_instance.h"
@@ -50,6 +51,7 @@ std::string arguments() {
 
 Platform makePlatform(int, char**) {
   confineLibrarySearch();
+  writeDumpOnCrash(programFolder() + "\\Log");
   Platform platform;
   platform.programFolder = programFolder();
   platform.commandLine = arguments();
