@@ -41,6 +41,7 @@ Var wasRunning  ; 1 when stopProgram has ended a program
 
 Name "${PRODUCT}"
 OutFile "${OUTPUT}"
+!uninstfinalize 'packaging/sign "%1"'
 InstallDir "$LOCALAPPDATA\Programs\karvel"
 InstallDirRegKey HKCU "${UNINSTALL_KEY}" "InstallLocation"
 BrandingText "${PRODUCT} ${VERSION}"
@@ -172,6 +173,7 @@ Function un.deleteLogs
     FindNext $0 $1
   ${Loop}
   FindClose $0
+  Delete "$INSTDIR\Log\karvel-*.dmp"
 FunctionEnd
 
 Section "Uninstall"

@@ -6,8 +6,6 @@ namespace karvel {
 /// only such library that is known; on Linux nothing differs. A test that meets one of these
 /// expects what is really there, and so speaks up when that changes.
 enum class Difference {
-  // Wine enforces locks on a part of a file against other locks, not against reading.
-  kLockOnPartOfAFileDoesNotHinderReading,
   // Wine's WinINet waits 30 seconds for a line of the server, and without end for a transfer,
   // whatever time limits are set. Closing the session's handle from another thread, the documented
   // way to break a call off, does not reach the call. A send run takes half a second there, too. So

@@ -59,18 +59,24 @@ def work_files(names):
 
 
 class PackagesTest(unittest.TestCase):
-    def test_the_checksums_are_those_of_the_packages(self):
+    def test_what_is_beside_the_packages(self):
         sums = dict(reversed(line.split("  ")) for line in
                     (PACKAGES / "SHA256SUMS").read_text().splitlines())
-        self.assertEqual(sums, {package.name: hashlib.sha256(package.read_bytes()).hexdigest()
-                                for package in (SETUP, PORTABLE)})
-        self.assertEqual(set(content_of(PACKAGES)), {*sums, "SHA256SUMS"})
+        files = content_of(PACKAGES)
+        files.pop("SHA256SUMS")
+        self.assertEqual(sums, {name: hashlib.sha256(content).hexdigest()
+                                for name, content in files.items()})
+        linked = files[f"karvel-{VERSION}.spdx.json"].decode()
+        for part in ("libstdc++", "winpthreads", "NSIS", hashlib.sha256(PROGRAM.read_bytes()).hexdigest()):
+            self.assertIn(part, linked)
+        self.assertEqual(set(files) - {f"karvel-{VERSION}.spdx.json"},
+                         {SETUP.name, PORTABLE.name, "karvel.exe.debug"})
 
     def test_the_packages_are_the_same_whenever_they_are_made(self):
-        again = WORK / "packages-again"
-        subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, again], check=True,
-                       env={**os.environ, "TZ": "Asia/Tokyo"})
-        self.assertEqual(content_of(again), content_of(PACKAGES))
+        with tempfile.TemporaryDirectory(dir=WORK) as again:
+            subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, again], check=True,
+                           env={**os.environ, "TZ": "Asia/Tokyo"})
+            self.assertEqual(content_of(Path(again)), content_of(PACKAGES))
 
     def test_the_portable_zip_is_ready_to_be_unpacked_and_started(self):
         with zipfile.ZipFile(PORTABLE) as package:
@@ -83,6 +89,19 @@ class PackagesTest(unittest.TestCase):
             self.assertEqual(work_files(names), [])
 
 
+def throw_away_certificate(folder):
+    """Environment that names a new certificate, and the certificate's file."""
+    key, certificate, both, password = (folder / name for name in ("key", "crt", "p12", "password"))
+    password.write_text("throw-away")
+    for command in (("req", "-x509", "-newkey", "rsa:2048", "-nodes", "-subj", "/CN=test",
+                     "-addext", "extendedKeyUsage=codeSigning", "-keyout", key, "-out", certificate),
+                    ("pkcs12", "-export", "-inkey", key, "-in", certificate, "-out", both,
+                     "-passout", f"file:{password}")):
+        subprocess.run(["openssl", *command], check=True, stderr=subprocess.DEVNULL)
+    return {**os.environ, "KARVEL_SIGN_CERTIFICATE": both,
+            "KARVEL_SIGN_PASSWORD_FILE": password}, certificate
+
+
 class SetupTest(unittest.TestCase):
     def setUp(self):
         machine.delete_key(UNINSTALL_KEY)
@@ -93,11 +112,11 @@ class SetupTest(unittest.TestCase):
         self.out = self.base / "out"
         self.out.mkdir()
 
-    def set_up(self, *switches, folder=None):
+    def set_up(self, *switches, setup=SETUP):
         """A silent run of the installer. It takes the rest of its command line for the folder,
         blanks and all, and must not see it in quotes."""
-        target = f"/D={windows_path(folder or self.folder)}".split(" ")
-        return machine.run(SETUP, "/S", *switches, *target)
+        target = f"/D={windows_path(self.folder)}".split(" ")
+        return machine.run(setup, "/S", *switches, *target)
 
     def uninstall(self, *switches):
         """Returns when the uninstaller is done; it works from a copy of itself."""
@@ -141,6 +160,18 @@ class SetupTest(unittest.TestCase):
         machine.wait_until(lambda: "FTP INIT=0" in self.settings, "request keys reset")
         return run
 
+    def test_every_program_is_signed_where_a_certificate_is_named(self):
+        environment, certificate = throw_away_certificate(self.base)
+        packages = self.base / "signed"
+        subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, packages], check=True, env=environment)
+        self.assertEqual(self.set_up(setup=packages / SETUP.name), DONE)
+        programs = [packages / SETUP.name, *self.folder.glob("*.exe")]
+        self.assertEqual(len(programs), 4)
+        for program in programs:
+            subprocess.run(["osslsigncode", "verify", "-CAfile", certificate, program], check=True,
+                           stdout=subprocess.DEVNULL)
+        self.uninstall()
+
     def test_a_first_installation(self):
         self.assertEqual(self.set_up(), DONE)
 
@@ -164,12 +195,7 @@ class SetupTest(unittest.TestCase):
 
         self.write("karvel.ini", TICKET_SETTINGS)
         self.assertEqual(machine.run(self.folder / "karvel.exe"), 0)
-        self.assertEqual(
-            self.settings,
-            "[FTP INFOMATION]\r\nFTP SEVE=\r\nFTP FOLD=\r\nFTP NAME=\r\nFTP PASS=\r\n"
-            "FTP PORT=21\r\nFTP PSIV=1\r\nFTP CODE=\r\nFTP TIME=0\r\n"
-            f"HST FOLD={folder}\r\nOUT FOLD=\r\nFTP TYPE=3\r\nFTP CHKC=0\r\nFTP CHKF=0\r\n"
-            "GRUP CODE=9999\r\nGRUP NAME=るりはなリンク\r\nFTP EXIT=0\r\nFTP INIT=0\r\n")
+        self.assertIn(f"HST FOLD={folder}\r\n", self.settings)
 
         self.uninstall()
         self.assertEqual(set(content_of(self.folder)), {"karvel.hnb", "karvel.ini"})

@@ -27,7 +27,9 @@ function(karvel_finish_program target)
   target_link_options(${target} PRIVATE
     # Sections at whole pages of the file are mapped by Wine, as they are by Windows, and not copied.
     -Wl,--file-alignment,4096
-    -Wl,--nxcompat,--dynamicbase,--high-entropy-va)
+    -Wl,--nxcompat,--dynamicbase,--high-entropy-va
+    # What has been linked in, for packaging/make_sbom.py.
+    -Wl,-Map,$<TARGET_FILE:${target}>.map)
   set(finish ${CMAKE_SOURCE_DIR}/packaging/finish-program)
   set_target_properties(${target} PROPERTIES LINK_DEPENDS ${finish})
   add_custom_command(TARGET ${target} POST_BUILD VERBATIM

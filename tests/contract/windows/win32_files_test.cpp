@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "contract/known_differences.h"
 #include "contract/scratch_folder.h"
 #include "platform/windows/system/wide_text.h"
 #include "platform/windows/system/win32_handle.h"
@@ -47,18 +46,6 @@ TEST(Win32Files, LeavesALockedFileAlone) {
     files.removeMatching(folder.path(), "*.txt");
   }
   EXPECT_EQ(ScratchFolder::content(path), "content");
-}
-
-TEST(Win32Files, ACopyThatBreaksOffLeavesNoHalfFile) {
-  const ScratchFolder folder;
-  const std::string source = folder.add("source", std::string(600'000, 'x'));
-  const auto owner = openElsewhere(source, GENERIC_READ | GENERIC_WRITE, kShareAll);
-  OVERLAPPED from{};
-  from.Offset = 500'000;
-  ASSERT_NE(LockFileEx(owner.get(), LOCKFILE_EXCLUSIVE_LOCK, 0, 1000, 0, &from), FALSE);
-  const bool reads = differsHere(Difference::kLockOnPartOfAFileDoesNotHinderReading);
-  EXPECT_EQ(Win32Files().copy(source, folder.path("target")), reads);
-  EXPECT_EQ(folder.has("target"), reads);
 }
 
 TEST(Win32Files, ACopyOntoItselfUnderAnotherSpellingKeepsTheContent) {
