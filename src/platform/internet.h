@@ -100,7 +100,8 @@ class Internet {
   [[nodiscard]] virtual bool deleteFile(Handle session, const std::string& remoteName) = 0;
 
   /// Starts an enumeration of the current folder and gives its first entry; an empty folder fails
-  /// with kErrorNoMoreFiles. One enumeration per session; while it is open other calls are fine.
+  /// with kErrorNoMoreFiles, a listing in no known format with another number. One enumeration per
+  /// session; while it is open other calls are fine.
   [[nodiscard]] virtual Handle findFirst(Handle session, const std::string& pattern,
                                          FindData& entry) = 0;
   /// The next entry; after the last one fails with kErrorNoMoreFiles. A call that fails leaves

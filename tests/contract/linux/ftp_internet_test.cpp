@@ -227,6 +227,15 @@ TEST_F(FtpInternetTest, AListingWithoutEndIsGivenUp) {
   }
 }
 
+TEST_F(FtpInternetTest, AListingInNoKnownFormatIsNoEmptyFolder) {
+  const Handle session = connect();
+  server_.setListing("total 0\r\n");
+  EXPECT_EQ(listError(session), Internet::kErrorNoMoreFiles);
+  server_.setListing("A.TXT;1  12-JAN-2001\r\n");
+  EXPECT_EQ(listError(session), Internet::kErrorExtended);
+  EXPECT_EQ(internet_->lastResponse().text, "サーバーのファイル一覧の形式を読み取れませんでした。");
+}
+
 TEST_F(FtpInternetTest, ClosingDoesNotWaitForASilentServer) {
   server_.on("QUIT", 1, FtpFault::stall());
   const Handle session = connect();
