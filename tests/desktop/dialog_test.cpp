@@ -41,17 +41,6 @@ TEST_F(Modal, AnOwnerThatIsMinimisedUnderItsDialogIsNotGone) {
   EXPECT_EQ(owner_.windowState(), WindowState::kNormal);
 }
 
-TEST_F(Modal, StaysOnTopWhenTheFormSaysSo) {
-  form_.setTopmost(true);
-  bool onTop = false;
-  user_.soon([&] {
-    onTop = User::look(window()).onTop;
-    form_.markClosed();
-  });
-  desktop_->showModal(form_, owner_);
-  EXPECT_TRUE(onTop);
-}
-
 TEST_F(Modal, AMessageBoxShowsTheTextAsItIs) {
   std::optional<Message> shown;
   user_.soon([&] {
@@ -110,14 +99,6 @@ TEST_F(Menu, RunsTheChosenEntryAfterClosing) {
   EXPECT_EQ(shown, (std::vector<MenuLine>{{"手動&転送"}, {"-"}, {"常駐停止", false}}));
   EXPECT_EQ(sent, 1);
   EXPECT_FALSE(menuWasOpen);
-}
-
-TEST_F(Menu, ClosesWithoutAChoice) {
-  int sent = 0;
-  send_.onClick = [&] { ++sent; };
-  user_.soon([&] { user_.press(Key::kEscape); });
-  desktop_->popupMenu(owner_, items_);
-  EXPECT_EQ(sent, 0);
 }
 
 TEST_F(Menu, GivesWayToAMessageBox) {

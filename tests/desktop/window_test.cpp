@@ -59,16 +59,6 @@ TEST_F(Window, MinimisingByTheUserRunsTheResizeHandlerOnce) {
   EXPECT_EQ(resizes, 2);
 }
 
-TEST_F(Window, MinimisingByTheProgramRunsTheResizeHandlerOnce) {
-  show(form_);
-  int resizes = 0;
-  form_.onResize = [&] { ++resizes; };
-  form_.setWindowState(WindowState::kMinimized);
-  desktop_->processPendingMessages();
-  EXPECT_EQ(resizes, 1);
-  EXPECT_TRUE(User::look(window()).minimized);
-}
-
 TEST_F(Window, EveryKeyIsPreviewedWithTheModifiersAfterIt) {
   show(form_);
   user_.focus(widget("Text", 0));
@@ -92,20 +82,6 @@ TEST_F(Window, EveryKeyIsPreviewedWithTheModifiersAfterIt) {
   user_.release(Key::kTab);
 }
 
-TEST_F(Window, AKeyThatIsHeldWhenTheWindowGoesCountsAsReleased) {
-  show(form_);
-  int mask = -1;
-  form_.onKey = [&](int shift) { mask = shift; };
-  user_.focus(widget("Text", 0));
-  user_.hold(Key::kShift);
-  EXPECT_EQ(mask, 1);
-  form_.setVisible(false);
-  desktop_->processPendingMessages();
-  EXPECT_EQ(mask, 0);
-  form_.setVisible(true);
-  user_.release(Key::kShift);
-}
-
 TEST_F(Window, EnterAndEscapePressTheirButtons) {
   show(form_);
   std::string pressed;
@@ -120,18 +96,6 @@ TEST_F(Window, EnterAndEscapePressTheirButtons) {
   user_.focus(widget("Text", 0));
   user_.press(Key::kEnter);
   EXPECT_EQ(pressed, "001221");
-}
-
-TEST_F(Window, AKeyHeldDownPressesItsButtonOnce) {
-  show(form_);
-  int clicks = 0;
-  form_.control("Button", 0).onClick = [&] { ++clicks; };
-  for (const Widget focused : {widget("Text", 0), widget("Button", 0)}) {
-    user_.focus(focused);
-    for (int times = 0; times < 3; ++times) user_.hold(Key::kEnter);
-    user_.release(Key::kEnter);
-  }
-  EXPECT_EQ(clicks, 2);
 }
 
 TEST_F(Window, TheDefaultButtonKeepsItsLook) {
@@ -165,11 +129,6 @@ TEST_F(Window, TheDefaultButtonKeepsItsLook) {
   user_.press(Key::kSpace);
   expectDefaultLook("after a button that disables itself");
   EXPECT_NE(User::focused(), nullptr);
-}
-
-TEST_F(Window, TheFirstFieldInTabOrderHasTheFocus) {
-  show(form_);
-  EXPECT_EQ(User::focused(), widget("Text", 1));
 }
 
 TEST_F(Window, ACommandHasTheFocusAgainAfterItsRun) {
@@ -206,16 +165,6 @@ TEST_F(Window, ClicksOfABusyTimeCanBeForgotten) {
   EXPECT_EQ(runs, 2);
 }
 
-TEST_F(Window, ADisabledControlDoesNotTakeTheFocusBackFromTheUser) {
-  show(form_);
-  user_.focus(widget("Button", 2));
-  form_.control("Button", 2).setEnabled(false);
-  user_.click(widget("Text", 0));
-  form_.control("Button", 2).setEnabled(true);
-  desktop_->processPendingMessages();
-  EXPECT_EQ(User::focused(), widget("Text", 0));
-}
-
 TEST_F(Window, ATimerTicksWhileEnabled) {
   int ticks = 0;
   const auto timer = desktop_->createTimer(std::chrono::milliseconds(20), [&] { ++ticks; });
@@ -229,16 +178,6 @@ TEST_F(Window, ATimerTicksWhileEnabled) {
   const int before = ticks;
   wait(std::chrono::milliseconds(60));
   EXPECT_EQ(ticks, before);
-}
-
-TEST_F(Window, EnablingATimerAgainStartsAFullInterval) {
-  int ticks = 0;
-  const auto timer = desktop_->createTimer(std::chrono::milliseconds(300), [&] { ++ticks; });
-  timer->setEnabled(true);
-  std::this_thread::sleep_for(std::chrono::milliseconds(400));
-  timer->setEnabled(true);
-  desktop_->processPendingMessages();
-  EXPECT_EQ(ticks, 0);
 }
 
 TEST_F(Window, TheEndOfTheSessionAsksTheProgramToEnd) {

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusInterface>
 #include <QMouseEvent>
 #include <QWidget>
 #include <chrono>
@@ -32,13 +33,19 @@ bool hasOwner(xcb_connection_t* server, const std::string& selection) {
   return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
-/// Whether there is a notification area, of either kind. Qt's own answer would stand for the rest
-/// of the process, and D-Bus then count for nothing when its watcher comes after the program.
-bool isThereAPlace() {
+/// Whether a D-Bus notification area has said that it shows icons. Qt asks this once in the life of
+/// a process: it must not ask before the answer is yes, or the icon never appears there.
+bool hasDBusArea() {
+  const QString service = QStringLiteral("org.kde.StatusNotifierWatcher");
   const QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
-  if (bus != nullptr && bus->isServiceRegistered(QStringLiteral("org.kde.StatusNotifierWatcher"))) {
-    return true;
-  }
+  if (bus == nullptr || !bus->isServiceRegistered(service)) return false;
+  const QDBusInterface watcher(service, QStringLiteral("/StatusNotifierWatcher"), service);
+  return watcher.property("IsStatusNotifierHostRegistered").toBool();
+}
+
+/// Whether there is a notification area, of either kind.
+bool isThereAPlace() {
+  if (hasDBusArea()) return true;
   const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
   xcb_connection_t* server = x11 != nullptr ? x11->connection() : nullptr;
   return server != nullptr && hasOwner(server, "_NET_SYSTEM_TRAY_S0");

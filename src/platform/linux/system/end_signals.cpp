@@ -5,11 +5,21 @@
 #include <csignal>
 
 namespace karvel {
+namespace {
+
+bool isIgnored(int number) {
+  struct sigaction action {};
+  return sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+}  // namespace
 
 EndSignals::EndSignals() {
   sigset_t signals;
   sigemptyset(&signals);
-  for (const int number : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, number);
+  for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+    if (!isIgnored(number)) sigaddset(&signals, number);
+  }
   sigprocmask(SIG_BLOCK, &signals, nullptr);
   // A reader that has gone, of standard error or of a connection, is a failed write and no more.
   std::signal(SIGPIPE, SIG_IGN);

@@ -1,0 +1,59 @@
+#include <QApplication>
+#include <QLabel>
+
+#include "desktop/desktop_fixture.h"
+
+namespace karvel {
+namespace {
+
+/// What the window system sees of the desktop and a user's hands do not.
+class OnQt : public DesktopTest {
+ protected:
+  QWidget& onQt(Widget widget) const { return *reinterpret_cast<QWidget*>(widget); }
+};
+
+TEST_F(OnQt, TheSessionManagersLastWordAsksTheProgramToEnd) {
+  int asked = 0;
+  desktop_->setEndSessionHandler([&] { ++asked; });
+  QEvent quit(QEvent::Quit);
+  QCoreApplication::sendEvent(qApp, &quit);
+  EXPECT_EQ(asked, 1);
+}
+
+TEST_F(OnQt, AWindowStaysWhereTheUserHasPutIt) {
+  show(form_);
+  onQt(window()).move(7, 9);
+  for (const bool shown : {false, true}) {
+    form_.setVisible(shown);
+    desktop_->processPendingMessages();
+  }
+  EXPECT_EQ(onQt(window()).pos(), QPoint(7, 9));
+}
+
+TEST_F(OnQt, ATextThatIsTooLongBeginsAtTheTopOfItsLabel) {
+  show(form_);
+  const auto& label = static_cast<const QLabel&>(onQt(widget("Label")));
+  form_.control("Label").setCaption("one line");
+  EXPECT_TRUE(label.alignment().testFlag(Qt::AlignVCenter));
+  form_.control("Label").setCaption(std::string(600, 'x') + " " + std::string(600, 'y'));
+  EXPECT_TRUE(label.alignment().testFlag(Qt::AlignTop));
+  EXPECT_FALSE(label.toolTip().isEmpty());
+}
+
+TEST_F(OnQt, ABusyProgramShowsAWaitCursorAndTheIconIsTheWindows) {
+  show(form_);
+  {
+    const BusyScope busy(*desktop_, form_);
+    ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  }
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  const auto image = [] { return QApplication::windowIcon().pixmap(32).toImage(); };
+  desktop_->addTrayIcon(form_, TrayImage::kNormal, "", [] {});
+  const QImage normal = image();
+  desktop_->changeTrayIcon(TrayImage::kFailure, "");
+  EXPECT_NE(image(), normal);
+}
+
+}  // namespace
+}  // namespace karvel
