@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "contract/scratch_folder.h"
 
@@ -28,6 +29,11 @@ TEST(CrashDumpDeathTest, KeepsTheLastThree) {
   EXPECT_EQ(folder.entryCount(), 4U);
   EXPECT_FALSE(folder.has("karvel-200101-000000.dmp"));
   EXPECT_TRUE(folder.has("somebody-elses.dmp"));
+  std::uintmax_t size = 0;
+  for (const auto& file : std::filesystem::directory_iterator(folder.path())) {
+    size += file.file_size();
+  }
+  EXPECT_GT(size, 4096U) << "the new one alone has content";
 }
 
 }  // namespace

@@ -54,16 +54,16 @@ LONG WINAPI dump(EXCEPTION_POINTERS* exception) {
   LoadLibraryW(dumpLibrary.c_str());
   const auto write = findFunction<std::remove_pointer_t<decltype(&MiniDumpWriteDump)>>(
       L"dbghelp.dll", "MiniDumpWriteDump");
-  if (write == nullptr) return EXCEPTION_CONTINUE_SEARCH;
+  if (write == nullptr) return EXCEPTION_EXECUTE_HANDLER;
   deleteOldDumps();
   HANDLE handle = CreateFileW(newDump().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (handle == INVALID_HANDLE_VALUE) return EXCEPTION_CONTINUE_SEARCH;
+  if (handle == INVALID_HANDLE_VALUE) return EXCEPTION_EXECUTE_HANDLER;
   const Win32Handle file(handle);
   MINIDUMP_EXCEPTION_INFORMATION about{GetCurrentThreadId(), exception, FALSE};
   write(GetCurrentProcess(), GetCurrentProcessId(), file.get(), MiniDumpNormal, &about, nullptr,
         nullptr);
-  return EXCEPTION_CONTINUE_SEARCH;
+  return EXCEPTION_EXECUTE_HANDLER;
 }
 
 /// A failed assertion, or an exception that nobody catches.

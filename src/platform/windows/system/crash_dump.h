@@ -4,8 +4,9 @@
 
 namespace karvel {
 
-/// From now on a crash leaves a minidump in `folder`, if it is there, before Windows handles it as
-/// ever. At most three of them are kept. The library that writes it is loaded only then.
+/// From now on a crash leaves a minidump in `folder`, if it is there, and ends the program without a
+/// dialog, which nobody may be there to answer. At most three dumps are kept. The library that writes
+/// them is loaded only then.
 void writeDumpOnCrash(const std::string& folder);
 
 }  // namespace karvel
