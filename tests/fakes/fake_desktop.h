@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <map>
 #include <memory>
 #include <optional>
@@ -38,7 +40,6 @@ class FakeWindow final : public FormView {
   FakeWindow& operator=(const FakeWindow&) = delete;
   ~FakeWindow() override { form_.setView(nullptr); }
 
-  [[nodiscard]] bool shows(const Form& form) const { return &form == &form_; }
   void formChanged() override { frame_ = frameOf(form_); }
   void controlChanged(Control& control) override { shown_[&control] = contentOf(control); }
   /// The names of the controls that it shows otherwise than the form has them.
@@ -90,16 +91,15 @@ class FakeDesktop final : public Desktop {
   std::vector<MenuItem*> openMenu;
   std::function<void()> endSession;
   FakeTimer* timer = nullptr;  ///< the last one made
-  std::unique_ptr<FakeWindow> window;
+  std::map<const Form*, std::unique_ptr<FakeWindow>> windows;
   std::string differences;  ///< of the dialogs' windows
   bool busy = false;
   bool hasQuit = false;
 
   bool hasDisplay() const override { return true; }
-  void bind(Form& form) override { window = std::make_unique<FakeWindow>(form); }
-  void release(Form& form) override {
-    if (window->shows(form)) window.reset();
-  }
+  ~FakeDesktop() override { EXPECT_TRUE(windows.empty()) << "not released"; }
+  void bind(Form& form) override { windows[&form] = std::make_unique<FakeWindow>(form); }
+  void release(Form& form) override { windows.erase(&form); }
   void showModal(Form& dialog, Form& owner) override {
     const DialogScope open(owner, dialog);
     const FakeWindow shown(dialog);

@@ -214,7 +214,7 @@ class ModelledShop : protected ShopWorld {
     EXPECT_TRUE(resident_ || desktop.openMenu.empty()) << "the panel ends the menu";
     EXPECT_EQ(desktop.hasQuit, quits_);
     EXPECT_FALSE(desktop.busy);
-    EXPECT_EQ(desktop.window->differences() + desktop.differences, "");
+    EXPECT_EQ(desktop.windows.at(&form())->differences() + desktop.differences, "");
     EXPECT_EQ(internet.openHandles, 0);
     for (const auto& [path, file] : files.files) {
       const bool work = path.ends_with(".txt") || path.ends_with(".inf") || path.ends_with(".TXT");
