@@ -166,7 +166,7 @@ class RandomShop : public ::testing::Test, protected ShopWorld {
       fields[0] = oneOf<std::string>({"", "1", "表ソ能", "\x01 x"});
       fields[1] = time();
       fields[2] = edges ? oneOf<std::string>({"10:00:00", "10:00:01", "10:59:59", "11:00:00",
-                                              "11:00:01", "11:30:00"})
+                                              "11:00:01", "00:00:00", "00:40:00"})
                         : time();
       fields[4] = oneOf<std::string>({"済", "1", " x ", "0", "", "  "});
       fields[5] = oneOf<std::string>({"", "", "m", " ", "ﾒｰﾙ"});
