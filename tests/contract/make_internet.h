@@ -1,12 +1,32 @@
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <memory>
 
 #include "platform/internet.h"
 
 namespace karvel {
 
-/// The platform's own implementation of the port; each platform's folder has one of these.
-std::unique_ptr<Internet> makeInternet();
+inline constexpr std::uint32_t kNoLimit = UINT32_MAX;
+
+/// The platform's internet library. Its time limits, in milliseconds, are never longer than
+/// `longestLimit` is then, whatever its user asks for: a test need not wait as long as a shop
+/// would.
+std::unique_ptr<Internet> makeInternet(const std::uint32_t& longestLimit = kNoLimit);
+
+/// What makeInternet() makes.
+template <typename Library>
+class ImpatientInternet final : public Library {
+ public:
+  explicit ImpatientInternet(const std::uint32_t& longestLimit) : longestLimit_(longestLimit) {}
+
+  bool setOption(Internet::Handle root, std::uint32_t option, std::uint32_t milliseconds) override {
+    return Library::setOption(root, option, std::min(milliseconds, longestLimit_));
+  }
+
+ private:
+  const std::uint32_t& longestLimit_;
+};
 
 }  // namespace karvel

@@ -165,7 +165,7 @@ class FaultCase {
       : model_(model), moment_(moment), fault_(fault) {
     furnish(server_.tree());
     server_.on(moment.command, moment.occurrence, fault.fault);
-    shop_.internet.longestLimit = static_cast<std::uint32_t>(fault.limit.count());
+    shop_.longestLimit = static_cast<std::uint32_t>(fault.limit.count());
     shop_.setPassive(model.passive);
     shop_.start();
   }
@@ -258,7 +258,7 @@ class FaultCase {
   }
 
   void checkNextRun() {
-    shop_.internet.longestLimit = static_cast<std::uint32_t>(kPatience.count());
+    shop_.longestLimit = static_cast<std::uint32_t>(kPatience.count());
     shop_.send();
     report_ = reportOf(shop_.takeLog());
     expect(report_.succeeded() && report_.shopInfo == RunReport::Delivery::kDone,

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "contract/make_internet.h"
 #include "contract/ports.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_instance.h"
@@ -25,11 +24,10 @@ Made& put(std::unique_ptr<Port>& place, std::unique_ptr<Made> made) {
 }  // namespace
 
 SiteShop::SiteShop(ScriptedFtpServer& server)
-    : internet(put(platform_.internet, std::make_unique<ImpatientInternet>(makeInternet()))),
-      desktop(put(platform_.desktop, std::make_unique<FakeDesktop>())),
-      server_(server) {
+    : desktop(put(platform_.desktop, std::make_unique<FakeDesktop>())) {
   platform_.programFolder = folder_.path();
   platform_.clock = std::make_unique<FakeClock>();
+  platform_.internet = makeInternet(longestLimit);
   platform_.files = makeFiles();
   platform_.profile = makeProfile();
   platform_.instance = std::make_unique<FakeInstance>();
@@ -51,25 +49,9 @@ void SiteShop::setOwn(const std::string& key, const std::string& value) {
                                              folder_.path("karvel.hnb")));
 }
 
-void SiteShop::setTicket(const std::string& section, const std::string& key,
-                         const std::string& value) {
-  static_cast<void>(
-      platform_.profile->write(section, key, toCodePage932(value), folder_.path("karvel.ini")));
-}
-
 std::string SiteShop::own(const std::string& key) const {
   return fromCodePage932(
       platform_.profile->read("FTP INFOMATION", key, folder_.path("karvel.hnb"), kLongestValue));
-}
-
-void SiteShop::useServiceSite() {
-  setOwn("FTP TYPE", "2");
-  folder_.add("kvserver.ini", "0004 127.0.0.1\r\n0005 shop.service.example\r\n");
-  setTicket("FTP INFOMATION", "FTP USER", "noto345");
-  setTicket("FTP INFOMATION", "FTP CODE", "00112233");
-  setTicket("FTP INFOMATION", "DOMAIN", "shop.service.example");
-  setTicket("FTP INFOMATION", "FTP MODE", "PASV");
-  setTicket("FTP INFOMATION", "FTP PORT", std::to_string(server_.port()));
 }
 
 void SiteShop::start() {

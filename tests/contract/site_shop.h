@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "app/program.h"
-#include "contract/impatient_internet.h"
+#include "contract/make_internet.h"
 #include "contract/scratch_folder.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/scripted_ftp_server.h"
@@ -30,16 +30,14 @@ class SiteShop {
   /// The user's own site is the server, its account the shop's.
   explicit SiteShop(ScriptedFtpServer& server);
 
-  ImpatientInternet& internet;
+  /// Of the internet library's time limits, in milliseconds, in the runs from now on.
+  std::uint32_t longestLimit = kNoLimit;
   FakeDesktop& desktop;
 
   // Settings; the panel takes its own from them at start().
   void setOwn(const std::string& key, const std::string& value);
-  void setTicket(const std::string& section, const std::string& key, const std::string& value);
   [[nodiscard]] std::string own(const std::string& key) const;
   void setPassive(bool passive) { setOwn("FTP PSIV", passive ? "1" : "0"); }
-  /// Turns the settings to the ticket service's site, which is the same server.
-  void useServiceSite();
 
   /// Starts the program, resident, with its tick counter at 0 and no site reached yet.
   void start();
@@ -53,7 +51,6 @@ class SiteShop {
   [[nodiscard]] bool isTidy() const;
 
  private:
-  ScriptedFtpServer& server_;
   std::unique_ptr<Program> program_;
   std::size_t logTaken_ = 0;
 };

@@ -4,8 +4,8 @@
 
 namespace karvel {
 
-std::unique_ptr<Internet> makeInternet() {
-  return std::make_unique<WininetInternet>();
+std::unique_ptr<Internet> makeInternet(const std::uint32_t& longestLimit) {
+  return std::make_unique<ImpatientInternet<WininetInternet>>(longestLimit);
 }
 
 }  // namespace karvel

@@ -1,11 +1,8 @@
 #include "platform/linux/internet/ftp_data_connection.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <optional>
+#include <cstdio>
 #include <string>
-#include <string_view>
 #include <utility>
 
 namespace karvel {
@@ -15,45 +12,28 @@ constexpr int kPassive = 227;
 constexpr int kExtendedPassive = 229;
 constexpr unsigned kByte = 256;
 
-/// Takes a number up to `highest` off the front of `text`.
-std::optional<unsigned> takeNumber(std::string_view& text, unsigned highest) {
-  unsigned number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || number > highest) return std::nullopt;
-  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-  return number;
-}
-
-/// The port in "h1,h2,h3,h4,p1,p2" at the beginning of `text`.
-std::optional<std::uint16_t> portAtFront(std::string_view text) {
-  std::array<unsigned, 6> numbers{};
-  for (std::size_t i = 0; i < numbers.size(); ++i) {
-    if (i > 0 && !text.starts_with(',')) return std::nullopt;
-    if (i > 0) text.remove_prefix(1);
-    const auto number = takeNumber(text, kByte - 1);
-    if (!number) return std::nullopt;
-    numbers[i] = *number;
-  }
-  return static_cast<std::uint16_t>(numbers[4] * kByte + numbers[5]);
-}
-
-/// The port of a reply to PASV. Around the numbers servers write what they like.
-std::optional<std::uint16_t> passivePort(std::string_view reply) {
+/// The port of a reply to PASV: "h1,h2,h3,h4,p1,p2", around which servers write what they like.
+/// 0 when there is none.
+std::uint16_t passivePort(const std::string& reply) {
   constexpr std::size_t kCode = 3;
   for (std::size_t i = kCode; i < reply.size(); ++i) {
-    if (const auto port = portAtFront(reply.substr(i))) return port;
+    unsigned high = 0;
+    unsigned low = 0;
+    const int found = std::sscanf(&reply[i], "%*3u,%*3u,%*3u,%*3u,%3u,%3u", &high, &low);
+    if (found == 2 && high < kByte && low < kByte) {
+      return static_cast<std::uint16_t>(high * kByte + low);
+    }
   }
-  return std::nullopt;
+  return 0;
 }
 
-/// The port of a reply to EPSV: "(|||port|)", with any character for "|".
-std::optional<std::uint16_t> extendedPassivePort(std::string_view reply) {
-  constexpr std::size_t kDelimiters = 3;
+/// The port of a reply to EPSV: "(|||port|)", with any character for "|". 0 when there is none.
+std::uint16_t extendedPassivePort(const std::string& reply) {
+  unsigned port = 0;
   const auto begin = reply.find('(');
-  if (begin == std::string_view::npos) return std::nullopt;
-  reply.remove_prefix(std::min(begin + 1 + kDelimiters, reply.size()));
-  const auto port = takeNumber(reply, 0xFFFF);
-  return port ? std::optional(static_cast<std::uint16_t>(*port)) : std::nullopt;
+  if (begin == std::string::npos) return 0;
+  const bool found = std::sscanf(&reply[begin], "(%*c%*c%*c%5u", &port) == 1 && port <= 0xFFFF;
+  return static_cast<std::uint16_t>(found ? port : 0);
 }
 
 std::string portCommand(const SocketAddress& address) {
@@ -79,9 +59,9 @@ FtpDataConnection::ErrorNumber FtpDataConnection::openPassive(FtpControl& contro
   const FtpReply& reply = control.reply();
   const auto port = extended ? extendedPassivePort(reply.text()) : passivePort(reply.text());
   const bool expected = reply.code() == (extended ? kExtendedPassive : kPassive);
-  if (!expected || !port) return Internet::kErrorExtended;
+  if (!expected || port == 0) return Internet::kErrorExtended;
 
-  server.setPort(*port);
+  server.setPort(port);
   control.watch.beginStep(control.limits().connect);
   ErrorNumber error = 0;
   socket_ = FtpSocket::connect(server, control.watch, error);

@@ -15,7 +15,7 @@ namespace karvel {
 /// Answers to what the port leaves open: a host that is missing or can be none is a name that does
 /// not resolve; port 0 is 21; closing a root or a session closes what was opened with it; a new
 /// enumeration of a session replaces its former one.
-class FtpInternet final : public Internet {
+class FtpInternet : public Internet {
  public:
   explicit FtpInternet(AddressLookup lookup = addressesOf) : lookup_(std::move(lookup)) {}
 

@@ -18,7 +18,7 @@ namespace karvel {
 
 /// WinINet. Its byte-oriented functions take and give the system's code page, which remote names
 /// share on a Japanese Windows.
-class WininetInternet final : public Internet {
+class WininetInternet : public Internet {
  public:
   Handle open() override;
   bool setOption(Handle root, std::uint32_t option, std::uint32_t milliseconds) override;
