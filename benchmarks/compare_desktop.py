@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Measures the program on a screen beside a bare Qt program; ends with 1 when a target is missed."""
+"""Measures the program on a screen beside a bare Qt tray program; ends with 1 when a target is missed."""
 
 import os
 import statistics
@@ -55,10 +55,10 @@ class Desktop(ScreenTest):
         used = {pid: cpu_seconds(pid) - start for pid, start in before.items()}
         memory = {pid: resident_bytes(pid) for pid in before}
         ratio = memory[run.process.pid] / memory[bare.pid]
-        print(f"resident memory      {memory[run.process.pid] / 1e6:8.1f} MB   bare Qt program "
+        print(f"resident memory      {memory[run.process.pid] / 1e6:8.1f} MB   bare Qt tray program "
               f"{memory[bare.pid] / 1e6:.1f} MB   ratio {ratio:.2f} (at most {MEMORY_RATIO})")
         print(f"CPU in {WAITING_SECONDS} s of waiting {used[run.process.pid]:6.3f} s    "
-              f"bare Qt program {used[bare.pid]:.3f} s   (at most {CPU_SECONDS})")
+              f"bare Qt tray program {used[bare.pid]:.3f} s   (at most {CPU_SECONDS})")
         self.assertLessEqual(ratio, MEMORY_RATIO)
         self.assertLessEqual(used[run.process.pid], CPU_SECONDS)
 

@@ -14,9 +14,8 @@ enum class Difference {
   kTimeLimitsDoNotHold,
   // It does not look at the greeting's code.
   kGreetingIsNotChecked,
-  // Of a reply of several lines it keeps the last one; 425 it takes for a connection that failed.
+  // Of a reply of several lines it keeps the last one.
   kReplyIsItsLastLine,
-  kRefusedDataConnectionIsAFailedOne,
   // It gives the numbers of its own state or of the socket layer when the server is gone, and none
   // when a folder is empty.
   kLostConnectionHasOtherNumbers,

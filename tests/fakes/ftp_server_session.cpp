@@ -22,10 +22,6 @@ std::string upper(std::string text) {
   return text;
 }
 
-bool needsLogin(const std::string& command) {
-  return command != "USER" && command != "PASS" && command != "QUIT";
-}
-
 std::string listingLine(const RemoteTree::Entry& entry) {
   std::string line = entry.folder ? "drwxr-xr-x 2 ftp ftp " : "-rw-r--r-- 1 ftp ftp ";
   line += std::to_string(entry.size) + " Jan 01  2024 " + entry.name + "\r\n";
@@ -42,7 +38,6 @@ const std::map<std::string, FtpServerSession::Handler>& FtpServerSession::handle
   static const std::map<std::string, Handler> table = {
       {"USER", &FtpServerSession::user}, {"PASS", &FtpServerSession::pass},
       {"PWD", &FtpServerSession::pwd},   {"CWD", &FtpServerSession::cwd},
-      {"TYPE", &FtpServerSession::type}, {"QUIT", &FtpServerSession::quit},
       {"PASV", &FtpServerSession::pasv}, {"EPSV", &FtpServerSession::epsv},
       {"PORT", &FtpServerSession::port}, {"EPRT", &FtpServerSession::eprt},
       {"LIST", &FtpServerSession::list}, {"STOR", &FtpServerSession::stor},
@@ -115,12 +110,17 @@ bool FtpServerSession::misbehaveBefore() {
 }
 
 void FtpServerSession::handleWell(const std::string& command, const std::string& argument) {
-  const auto found = handlers().find(command);
-  if (found == handlers().end()) return say("502 Unknown command.");
-  if (needsLogin(command) && !loggedIn_) return say("530 Not logged in.");
-  const std::string reply = (this->*found->second)(argument);
-  if (!reply.empty()) say(fault_.kind == Kind::kReplaceReply ? fault_.text : reply);
+  const std::string reply = replyTo(command, argument);
+  say(fault_.kind == Kind::kReplaceReply ? fault_.text : reply);
   if (command == "QUIT") control_.close();
+}
+
+std::string FtpServerSession::replyTo(const std::string& command, const std::string& argument) {
+  if (command == "QUIT") return "221 Goodbye.";
+  if (!loggedIn_ && command != "USER" && command != "PASS") return "530 Not logged in.";
+  if (command == "TYPE") return "200 Type set.";
+  const auto found = handlers().find(command);
+  return found == handlers().end() ? "502 Unknown command." : (this->*found->second)(argument);
 }
 
 std::string FtpServerSession::user(const std::string& argument) {
@@ -144,10 +144,6 @@ std::string FtpServerSession::cwd(const std::string& argument) {
   if (!server_.tree().isFolder(path)) return "550 No such folder.";
   folder_ = path;
   return "250 Changed.";
-}
-
-std::string FtpServerSession::type(const std::string& /*argument*/) {
-  return "200 Type set.";
 }
 
 int FtpServerSession::openPassivePort() {
@@ -223,10 +219,6 @@ std::string FtpServerSession::rnto(const std::string& argument) {
   const std::string from = std::exchange(renameFrom_, "");
   if (from.empty()) return "503 RNFR first.";
   return server_.tree().rename(from, pathOf(argument)) ? "250 Renamed." : "553 Not allowed.";
-}
-
-std::string FtpServerSession::quit(const std::string& /*argument*/) {
-  return "221 Goodbye.";
 }
 
 TestSocket FtpServerSession::openData() {

@@ -29,13 +29,13 @@ class FtpServerSession {
   /// Faults that come instead of the command; true when there was one.
   bool misbehaveBefore();
   void handleWell(const std::string& command, const std::string& argument);
+  std::string replyTo(const std::string& command, const std::string& argument);
 
   // The commands; each returns its last reply.
   std::string user(const std::string& argument);
   std::string pass(const std::string& argument);
   std::string pwd(const std::string& argument);
   std::string cwd(const std::string& argument);
-  std::string type(const std::string& argument);
   std::string pasv(const std::string& argument);
   std::string epsv(const std::string& argument);
   std::string port(const std::string& argument);
@@ -45,7 +45,6 @@ class FtpServerSession {
   std::string dele(const std::string& argument);
   std::string rnfr(const std::string& argument);
   std::string rnto(const std::string& argument);
-  std::string quit(const std::string& argument);
 
   /// Opens the port of a passive transfer; its number.
   int openPassivePort();

@@ -20,13 +20,13 @@ std::string childPrefix(const std::string& folder) {
 void RemoteTree::addFolder(const std::string& path) {
   if (path != "/") addFolder(parentOf(path));
   const std::lock_guard lock(mutex_);
-  nodes_[path] = {true, {}};
+  nodes_[path] = std::nullopt;
 }
 
 void RemoteTree::addFile(const std::string& path, std::string content) {
   addFolder(parentOf(path));
   const std::lock_guard lock(mutex_);
-  nodes_[path] = {false, std::move(content)};
+  nodes_[path] = std::move(content);
 }
 
 bool RemoteTree::isFolder(const std::string& path) const {
@@ -40,9 +40,8 @@ bool RemoteTree::isFile(const std::string& path) const {
 
 std::optional<std::string> RemoteTree::content(const std::string& path) const {
   const std::lock_guard lock(mutex_);
-  const Node* const node = find(path);
-  if (node == nullptr || node->folder) return std::nullopt;
-  return node->content;
+  const auto found = nodes_.find(path);
+  return found == nodes_.end() ? std::nullopt : found->second;
 }
 
 std::vector<RemoteTree::Entry> RemoteTree::entries(const std::string& folder) const {
@@ -54,7 +53,7 @@ std::vector<RemoteTree::Entry> RemoteTree::entries(const std::string& folder) co
     if (path.compare(0, prefix.size(), prefix) != 0) break;
     const std::string name = path.substr(prefix.size());
     if (name.find('/') == std::string::npos) {
-      found.push_back({name, node.folder, node.content.size()});
+      found.push_back({name, !node, node ? node->size() : 0});
     }
   }
   return found;
@@ -62,24 +61,20 @@ std::vector<RemoteTree::Entry> RemoteTree::entries(const std::string& folder) co
 
 bool RemoteTree::removeFile(const std::string& path) {
   const std::lock_guard lock(mutex_);
-  const Node* const node = find(path);
-  return node != nullptr && !node->folder && nodes_.erase(path) == 1;
+  return hasFile(path) && nodes_.erase(path) == 1;
 }
 
 bool RemoteTree::rename(const std::string& from, const std::string& to) {
   const std::lock_guard lock(mutex_);
-  const Node* const node = find(from);
-  if (node == nullptr || node->folder || hasFolder(to) || !hasFolder(parentOf(to))) return false;
-  Node moved = *node;
-  nodes_.erase(from);
-  nodes_[to] = std::move(moved);
+  if (!hasFile(from) || hasFolder(to) || !hasFolder(parentOf(to))) return false;
+  nodes_[to] = nodes_.extract(from).mapped();
   return true;
 }
 
 bool RemoteTree::store(const std::string& path, std::string content) {
   const std::lock_guard lock(mutex_);
   if (hasFolder(path) || !hasFolder(parentOf(path))) return false;
-  nodes_[path] = {false, std::move(content)};
+  nodes_[path] = std::move(content);
   return true;
 }
 
@@ -100,14 +95,14 @@ std::string RemoteTree::resolve(const std::string& folder, const std::string& pa
   return resolved.empty() ? "/" : resolved;
 }
 
-const RemoteTree::Node* RemoteTree::find(const std::string& path) const {
+bool RemoteTree::hasFolder(const std::string& path) const {
   const auto found = nodes_.find(path);
-  return found == nodes_.end() ? nullptr : &found->second;
+  return found != nodes_.end() && !found->second;
 }
 
-bool RemoteTree::hasFolder(const std::string& path) const {
-  const Node* const node = find(path);
-  return node != nullptr && node->folder;
+bool RemoteTree::hasFile(const std::string& path) const {
+  const auto found = nodes_.find(path);
+  return found != nodes_.end() && found->second;
 }
 
 }  // namespace karvel

@@ -39,16 +39,14 @@ class RemoteTree {
   static std::string resolve(const std::string& folder, const std::string& path);
 
  private:
-  struct Node {
-    bool folder = false;
-    std::string content;
-  };
+  /// Of a file its content, of a folder nothing.
+  using Node = std::optional<std::string>;
 
-  [[nodiscard]] const Node* find(const std::string& path) const;
   [[nodiscard]] bool hasFolder(const std::string& path) const;
+  [[nodiscard]] bool hasFile(const std::string& path) const;
 
   mutable std::mutex mutex_;
-  std::map<std::string, Node> nodes_{{"/", {true, {}}}};
+  std::map<std::string, Node> nodes_{{"/", std::nullopt}};
 };
 
 }  // namespace karvel
