@@ -1,125 +1,20 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
-#include <regex>
 
 #include "fakes/shop_world.h"
 #include "text/code_page.h"
-#include "text/numeric_value.h"
 #include "text/path.h"
+#include "unit/reception_model.h"
 
 namespace karvel {
 namespace {
 
 // Random shops, whose delivered tables must equal those of a slow model of the figures byte for
-// byte. The model shares nothing with the program but the numeric value of a text.
+// byte.
 
-using Strings = std::vector<std::string>;
-
-std::string withoutBlanks(const std::string& text) {
-  const auto begin = text.find_first_not_of(' ');
-  return begin == std::string::npos ? ""
-                                    : text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
-}
-
-Strings cut(const std::string& text, char separator) {
-  Strings parts(1);
-  for (const char c : text) {
-    if (c == separator) {
-      parts.emplace_back();
-    } else {
-      parts.back() += c;
-    }
-  }
-  return parts;
-}
-
-Strings charactersOf(const std::string& utf8) {
-  Strings characters;
-  for (const char byte : utf8) {
-    if ((static_cast<unsigned char>(byte) & 0xC0) != 0x80) characters.emplace_back();
-    characters.back() += byte;
-  }
-  return characters;
-}
-
-/// Seconds of a time of day of one or two digits each, seconds optional; -1 for any other text.
-int secondsOf(const std::string& time) {
-  static const std::regex kTime(R"((\d\d?):(\d\d?)(:(\d\d?))?)", std::regex::optimize);
-  std::smatch part;
-  if (!std::regex_match(time, part, kTime)) return -1;
-  const int hour = std::stoi(part[1]);
-  const int minute = std::stoi(part[2]);
-  const int second = part[4].matched ? std::stoi(part[4]) : 0;
-  return hour > 23 || minute > 59 || second > 59 ? -1 : hour * 3600 + minute * 60 + second;
-}
-
-int minutes(double seconds) {
-  return static_cast<int>(std::floor(seconds / 60 + 0.5));
-}
-
-/// The fifteen figures of a row, each behind a TAB.
-std::string figuresOf(const std::string& receptions) {
-  int handled = 0;
-  int unhandled = 0;
-  int mail = 0;
-  int reservations = 0;
-  std::vector<int> bands(8);
-  double waits = 0;
-  int longest = 0;
-  std::multiset<std::string> calls;
-  for (std::string line : cut(receptions, '\n')) {
-    if (line.ends_with('\r')) line.pop_back();
-    Strings fields = cut(line, '\t');
-    if (fields.size() != 11) continue;
-    for (std::string& field : fields) field = withoutBlanks(field);
-    if (fields[4].empty()) {
-      ++unhandled;
-      continue;
-    }
-    ++handled;
-    const int issued = secondsOf(fields[1]);
-    const int called = secondsOf(fields[2]);
-    if (issued >= 0 && called >= 0) {
-      const int wait = called < issued ? called - issued + 86400 : called - issued;
-      waits += wait;
-      longest = std::max(longest, wait);
-    }
-    if (!fields[5].empty()) ++mail;
-    if (numericValue(fields[7]) > 0) ++reservations;
-    Strings characters = charactersOf(fields[1]);
-    if (characters.size() == 8) {
-      const double hour = numericValue(characters[0] + characters[1]);
-      const int ends[] = {9, 11, 13, 15, 17, 19, 21, 24};
-      const auto end =
-          std::find_if(std::begin(ends), std::end(ends), [&](int e) { return hour < e; });
-      if (end != std::end(ends)) ++bands[static_cast<std::size_t>(end - std::begin(ends))];
-    }
-    if (called >= 0) calls.insert(fields[2]);
-  }
-
-  double intervals = 0;
-  int counted = 0;
-  std::string previous = calls.empty() ? "" : *calls.begin();
-  for (const std::string& call : calls) {
-    const int difference = secondsOf(call) - secondsOf(previous);
-    if (difference >= 1 && difference <= 3599) {
-      intervals += difference;
-      ++counted;
-    }
-    previous = call;
-  }
-
-  std::vector<int> figures{handled, unhandled, mail, reservations};
-  figures.insert(figures.end(), bands.begin(), bands.end());
-  figures.push_back(handled > 0 ? minutes(waits / handled) : 0);
-  figures.push_back(minutes(longest));
-  figures.push_back(counted > 0 ? minutes(intervals / counted) : 0);
-  std::string row;
-  for (const int figure : figures) row += "\t" + std::to_string(figure);
-  return row;
-}
+using reception_model::figuresOf;
+using Strings = reception_model::Strings;
 
 class RandomShop : public ::testing::Test, protected ShopWorld {
  protected:
