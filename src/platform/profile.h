@@ -31,6 +31,10 @@ class Profile {
   /// file. A new file is readable by its owner alone, on Windows by the rights of its folder.
   [[nodiscard]] virtual bool write(const std::string& section, const std::string& key,
                                    const std::string& value, const std::string& file) = 0;
+
+  /// Deletes what programs of the same user that were killed in a write have left of their new
+  /// contents beside the file. Windows leaves nothing.
+  virtual void removeLeftovers(const std::string& file) = 0;
 };
 
 }  // namespace karvel

@@ -57,7 +57,9 @@ void StartUp::prepareOwnSettings() {
 }
 
 bool StartUp::locateTicketApplication() {
-  if (settings_.locateTicketIni(programFolder_)) return true;
+  const bool found = settings_.locateTicketIni(programFolder_);
+  settings_.removeLeftovers();
+  if (found) return true;
   desktop_.messageBox(form_, form_.caption(), "発券システムの情報が見つかりません。　　\r\n");
   return false;
 }

@@ -104,6 +104,10 @@ bool IniRedWrt::locateTicketIni(const std::string& programFolder) {
   return files_.exists(TicketIniPath);
 }
 
+void IniRedWrt::removeLeftovers() {
+  for (const std::string& file : {OwnIniPath, TicketIniPath}) profile_.removeLeftovers(file);
+}
+
 void IniRedWrt::SetFileAttr(const std::string& path, std::uint16_t attributes) {
   const std::string file(trimmed(path));
   const auto current = files_.attributes(file);

@@ -45,6 +45,8 @@ class IniRedWrt {
   /// Sets TicketIniPath from the own settings, where an empty folder becomes the program's and
   /// is stored so; false when there is no such file.
   bool locateTicketIni(const std::string& programFolder);
+  /// Deletes what a program killed in a write may have left of either file, password included.
+  void removeLeftovers();
 
  private:
   [[nodiscard]] bool holds(const std::string& section, const std::string& key,

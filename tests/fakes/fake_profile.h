@@ -28,6 +28,7 @@ class FakeProfile final : public Profile {
              const std::string& file) override {
     return files_.write(file, withValue(files_.contentOf(file).value_or(""), section, key, value));
   }
+  void removeLeftovers(const std::string& file) override { files_.remove(file + ".unsaved"); }
 
  private:
   FakeFiles& files_;

@@ -34,14 +34,16 @@ TEST_F(StartUpTest, TheFirstStartCreatesTheSettingsAndEnds) {
 
 TEST_F(StartUpTest, WithoutTheTicketApplicationItSaysSoAndEnds) {
   files.files.erase(path("karvel.ini"));
-  files.files[path("Old.TXT")].content = "x";
+  for (const char* name : {"Old.TXT", "karvel.hnb.unsaved", "karvel.ini.unsaved"}) {
+    files.files[path(name)].content = "x";
+  }
   setOwn("FTP EXIT", "1");
   setOwn("FTP INIT", "2");
   EXPECT_EQ(start("-INIT"), StartOutcome::kEnded);
   const FakeDesktop::MessageBox message{"集計管理", "発券システムの情報が見つかりません。　　\r\n"};
   EXPECT_EQ(desktop.messageBoxes, std::vector{message});
   EXPECT_EQ(own("FTP EXIT") + own("FTP INIT"), "00");
-  EXPECT_FALSE(files.exists(path("Old.TXT")));
+  EXPECT_EQ(files.files.size(), 1U) << "the settings alone stay";
   EXPECT_FALSE(form().visible());
   EXPECT_LT(clock.slept, std::chrono::seconds(1)) << "no pauses as of an orderly close";
 }

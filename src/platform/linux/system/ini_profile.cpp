@@ -178,19 +178,6 @@ void deleteLeftover(const std::string& path) {
   if (own && flock(file.get(), LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
 }
 
-/// Deletes what programs that were killed while writing this file have left beside it.
-void sweepLeftovers(const std::string& path) {
-  const auto separator = path.find_last_of('/');
-  const std::string folder = path.substr(0, separator + 1);
-  const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.c_str()), closedir);
-  if (!entries) return;
-  while (const dirent* entry = readdir(entries.get())) {
-    if (isUnsavedOf(path.substr(separator + 1), entry->d_name)) {
-      deleteLeftover(folder + entry->d_name);
-    }
-  }
-}
-
 }  // namespace
 
 std::string IniProfile::read(const std::string& section, const std::string& key,
@@ -203,12 +190,24 @@ std::string IniProfile::read(const std::string& section, const std::string& key,
 bool IniProfile::write(const std::string& section, const std::string& key, const std::string& value,
                        const std::string& file) {
   const std::string path = linkTarget(file);
-  if (swept_.insert(path).second) sweepLeftovers(path);
   Outcome outcome = Outcome::kOvertaken;
   for (int i = 0; i < kAttempts && outcome == Outcome::kOvertaken; ++i) {
     outcome = setValue(path, section, key, value);
   }
   return outcome == Outcome::kStored;
+}
+
+void IniProfile::removeLeftovers(const std::string& file) {
+  const std::string path = linkTarget(file);
+  const auto separator = path.find_last_of('/');
+  const std::string folder = path.substr(0, separator + 1);
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.c_str()), closedir);
+  if (!entries) return;
+  while (const dirent* entry = readdir(entries.get())) {
+    if (isUnsavedOf(path.substr(separator + 1), entry->d_name)) {
+      deleteLeftover(folder + entry->d_name);
+    }
+  }
 }
 
 }  // namespace karvel

@@ -12,6 +12,7 @@ class Win32Profile final : public Profile {
                    std::size_t bufferSize) override;
   bool write(const std::string& section, const std::string& key, const std::string& value,
              const std::string& file) override;
+  void removeLeftovers(const std::string&) override {}
 };
 
 }  // namespace karvel
