@@ -31,7 +31,17 @@ class DesktopTest : public ::testing::Test {
   Widget widget(const char* name, int index = ControlRow::kNoIndex) const {
     return User::widget(form_, form_.control(name, index));
   }
+  Widget field(int index) const { return widget("Text1", index); }
+  Widget button(int index) const { return widget("Button", index); }
   Widget window() const { return User::window(form_); }
+  Control& text(int index) { return form_.control("Text1", index); }
+
+  /// The buttons' indexes go there as they are pressed.
+  void logPresses(std::string& pressed) {
+    for (const int index : {0, 1, 2}) {
+      form_.control("Button", index).onClick = [&, index] { pressed += std::to_string(index); };
+    }
+  }
 
   void wait(std::chrono::milliseconds duration) {
     const auto end = std::chrono::steady_clock::now() + duration;

@@ -1,14 +1,15 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
-#include <optional>
+#include <set>
 #include <string>
 #include <utility>
-#include <vector>
 
-#include "form/form.h"
+#include "form/layout.h"
 #include "platform/desktop.h"
 
 namespace karvel {
@@ -19,60 +20,14 @@ using Widget = struct WidgetOnScreen*;
 enum class Key : std::uint8_t {
   kShift,
   kControl,
-  kAlt,
   kA,
-  kC,
   kV,
-  kF5,
   kTab,
-  kBackspace,
   kSpace,
   kEnter,
-  kKeypadEnter,
   kEscape,
   kUp,
   kDown,
-};
-
-struct Size {
-  int width = 0;
-  int height = 0;
-};
-
-/// In pixels, within the window's inside.
-struct Place {
-  int left = 0;
-  int top = 0;
-  int right = 0;  ///< the first pixel that is outside, as is bottom
-  int bottom = 0;
-
-  [[nodiscard]] Size size() const { return {right - left, bottom - top}; }
-  [[nodiscard]] bool contains(const Place& other) const {
-    return left <= other.left && top <= other.top && right >= other.right && bottom >= other.bottom;
-  }
-  [[nodiscard]] bool overlaps(const Place& other) const {
-    return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
-  }
-};
-
-struct WindowLook {
-  bool minimized = false;
-  bool onTop = false;
-  bool blocked = false;  ///< by a modal dialog
-  bool canBeMinimized = false;
-  bool canBeResized = false;
-};
-
-struct Message {
-  std::string title;
-  std::string text;
-  bool critical = false;
-};
-
-struct MenuLine {
-  std::string text;  ///< "-" is a separator
-  bool enabled = true;
-  bool operator==(const MenuLine&) const = default;
 };
 
 /// The platform's own desktop. One at a time.
@@ -100,17 +55,20 @@ class User {
     hold(key);
     release(key);
   }
-  void pressWith(Key modifier, Key key) {
-    hold(modifier);
-    press(key);
-    release(modifier);
-  }
   void type(const std::string& text);
-  void click(Widget widget);
+  void paste(const std::string& text) {
+    putOnClipboard(text);
+    hold(Key::kControl);
+    press(Key::kV);
+    release(Key::kControl);
+  }
+  void click(Widget widget) {
+    clickAhead(widget);
+    settle();
+  }
   /// While the program is busy: it learns of it later.
   void clickAhead(Widget widget);
   void focus(Widget widget);
-  void putOnClipboard(const std::string& text);
   void useCloseBox(Widget window);
   void minimize(Widget window);
   /// As the system's font or resolution grows, with what is shown; 1 is the usual size.
@@ -118,7 +76,16 @@ class User {
   void endSession();
 
   /// Does something inside the next message loop.
-  void soon(std::function<void()> action);
+  void soon(const std::function<void()>& action) {
+    auto& timer = timers_.emplace_back();
+    timer = desktop_.createTimer(std::chrono::milliseconds(1), [this, &timer, action] {
+      timer->setEnabled(false);
+      const bool before = std::exchange(insideLoop_, true);
+      action();
+      insideLoop_ = before;
+    });
+    timer->setEnabled(true);
+  }
 
   // What the user sees.
 
@@ -135,37 +102,32 @@ class User {
   /// What a screen reader calls it.
   [[nodiscard]] static std::string spokenName(Widget field);
   [[nodiscard]] static Widget focused();
-  [[nodiscard]] static std::string clipboard();
+  [[nodiscard]] static bool canBeMinimized(Widget window);
+  /// By a modal dialog.
+  [[nodiscard]] static bool isBlocked(Widget window);
 
-  [[nodiscard]] static WindowLook look(Widget window);
-  /// Of a control, or the window's whole inside.
-  [[nodiscard]] static Place place(Widget widget);
+  /// Of a control within its window, or of the window's whole inside.
+  [[nodiscard]] static PixelRect place(Widget widget);
   /// Room for the caption, as it is wrapped, and what is drawn around it. 0 is any.
-  [[nodiscard]] static Size needed(Widget widget);
+  [[nodiscard]] static PixelPoint needed(Widget widget);
 
-  [[nodiscard]] static std::optional<Message> message();
-  /// The open menu's lines.
-  [[nodiscard]] static std::vector<MenuLine> menu();
-
-  /// How often the widget has been painted since it is watched.
-  void watchPainting(Widget widget);
-  [[nodiscard]] int paints() const { return paints_; }
+  /// The message box on the screen as "title: text", with "!" before it when it has the critical
+  /// icon.
+  [[nodiscard]] static std::string message();
+  /// The open menu's lines, each with "|" behind it: "-" is a separator, "(text)" is disabled.
+  [[nodiscard]] static std::string menu();
 
  private:
+  static void putOnClipboard(const std::string& text);
   void settle() {
     if (!insideLoop_) desktop_.processPendingMessages();
-  }
-  void doInside(const std::function<void()>& action) {
-    const bool before = std::exchange(insideLoop_, true);
-    action();
-    insideLoop_ = before;
   }
 
   Desktop& desktop_;
   bool insideLoop_ = false;
   double textSize_ = 1;
-  int paints_ = 0;
-  std::uint32_t heldKeys_ = 0;  ///< bits by Key
+  std::set<Key> heldKeys_;
+  std::deque<std::unique_ptr<Timer>> timers_;
 };
 
 }  // namespace karvel

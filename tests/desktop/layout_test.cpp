@@ -1,8 +1,8 @@
-#include <map>
-#include <set>
+#include <algorithm>
 #include <tuple>
 
 #include "desktop/desktop_fixture.h"
+#include "form/keyboard.h"
 #include "ui/ftp_form.h"
 #include "ui/grp_form.h"
 #include "ui/user_form.h"
@@ -10,106 +10,83 @@
 namespace karvel {
 namespace {
 
+bool contains(const PixelRect& outer, const PixelRect& inner) {
+  return outer.left <= inner.left && outer.top <= inner.top &&
+         outer.left + outer.width >= inner.left + inner.width &&
+         outer.top + outer.height >= inner.top + inner.height;
+}
+
+bool overlap(const PixelRect& one, const PixelRect& other) {
+  return one.left < other.left + other.width && other.left < one.left + one.width &&
+         one.top < other.top + other.height && other.top < one.top + one.height;
+}
+
 /// Every form at several sizes of its text.
 class Layout : public DesktopTest,
                public ::testing::WithParamInterface<std::tuple<const FormTable*, double>> {
  protected:
   Layout() {
     show(screen_);
-    usual_ = User::place(User::window(screen_)).size();
+    usual_ = User::place(User::window(screen_));
     user_.setTextSize(factor_);
   }
 
   Widget widget(const Control& control) const { return User::widget(screen_, control); }
 
-  std::vector<const Control*> shown() const {
-    std::vector<const Control*> controls;
-    for (const auto& control : screen_.controls()) {
-      if (!control->has(ControlRow::kHidden)) controls.push_back(control.get());
-    }
-    return controls;
-  }
-
-  static std::string describe(const Control& control) {
-    return std::string(control.row().name) + " " + std::to_string(control.row().index);
-  }
-
   const double factor_ = std::get<double>(GetParam());
   Form screen_{*std::get<const FormTable*>(GetParam())};
-  Size usual_;
+  PixelRect usual_;
 };
 
-TEST_P(Layout, EveryControlIsThereAsItsRowSays) {
-  for (const auto& control : screen_.controls()) {
-    SCOPED_TRACE(describe(*control));
+TEST_P(Layout, EveryControlIsThereWithNothingCutAndNothingOverlapped) {
+  const std::vector<Control*> shown = stackingOrder(screen_);
+  const PixelRect inside = User::place(User::window(screen_));
+  for (const auto& hidden : screen_.controls()) {
+    const bool isShown = std::find(shown.begin(), shown.end(), hidden.get()) != shown.end();
+    EXPECT_EQ(User::isShown(widget(*hidden)), isShown);
+  }
+  for (const Control* control : shown) {
+    const ControlRow& row = control->row();
+    SCOPED_TRACE(std::string(row.name) + " " + std::to_string(row.index));
     const Widget there = widget(*control);
-    EXPECT_EQ(User::isShown(there), !control->has(ControlRow::kHidden));
-    if (!User::isShown(there)) continue;
     EXPECT_EQ(User::isEnabled(there), control->enabled());
-    EXPECT_EQ(User::toolTip(there), control->row().toolTip);
-    if (control->row().kind != ControlKind::kTextBox) continue;
-    EXPECT_EQ(User::spokenName(there), control->row().accessibleName);
-  }
-}
-
-TEST_P(Layout, NoCaptionIsCut) {
-  for (const Control* control : shown()) {
-    SCOPED_TRACE(describe(*control));
-    const Size needed = User::needed(widget(*control));
-    const Size there = User::place(widget(*control)).size();
-    EXPECT_LE(needed.width, there.width);
-    EXPECT_LE(needed.height, there.height);
-  }
-}
-
-TEST_P(Layout, NothingOverlapsOrLeavesTheWindow) {
-  struct Shown {
-    const Control* control;
-    Place place;
-  };
-  std::vector<Shown> all;
-  for (const Control* control : shown()) all.push_back({control, User::place(widget(*control))});
-  const Place inside = User::place(User::window(screen_));
-  for (auto one = all.begin(); one != all.end(); ++one) {
-    SCOPED_TRACE(describe(*one->control));
-    EXPECT_TRUE(inside.contains(one->place));
-    for (auto other = one + 1; other != all.end(); ++other) {
-      const bool framed =
-          one->control->row().kind == ControlKind::kFrame && one->place.contains(other->place);
-      EXPECT_TRUE(framed || !one->place.overlaps(other->place)) << describe(*other->control);
+    EXPECT_EQ(User::toolTip(there), row.toolTip);
+    if (row.kind == ControlKind::kTextBox) {
+      EXPECT_EQ(User::spokenName(there), row.accessibleName);
+    }
+    const PixelRect place = User::place(there);
+    EXPECT_LE(User::needed(there).x, place.width);
+    EXPECT_LE(User::needed(there).y, place.height);
+    EXPECT_TRUE(contains(inside, place));
+    for (const Control* other : shown) {
+      if (other == control || other->row().kind == ControlKind::kFrame) continue;
+      const PixelRect another = User::place(widget(*other));
+      const bool framed = row.kind == ControlKind::kFrame && contains(place, another);
+      EXPECT_TRUE(framed || !overlap(place, another)) << other->row().name;
     }
   }
 }
 
 TEST_P(Layout, TheFocusWalksInTabOrder) {
-  std::set<std::string> groups;
-  std::map<int, const Control*> expected;
   for (const auto& control : screen_.controls()) {
-    const int order = control->row().tabOrder;
-    if (order == ControlRow::kNoTab) continue;
     control->setEnabled(true);
-    if (control->row().kind == ControlKind::kOptionButton) {
-      // Of the options of a name the selected one alone.
-      if (!groups.insert(control->row().name).second) continue;
-      control->select();
-    }
-    expected[order] = control.get();
+    if (control->row().kind == ControlKind::kOptionButton) control->select();
   }
-  user_.focus(widget(*expected.begin()->second));
-  for (const auto& [order, control] : expected) {
-    EXPECT_EQ(User::focused(), widget(*control)) << describe(*control);
+  const Control* const first = nextTabStop(screen_, nullptr);
+  user_.focus(widget(*first));
+  const Control* focused = first;
+  do {
     user_.press(Key::kTab);
-  }
-  EXPECT_EQ(User::focused(), widget(*expected.begin()->second));
+    focused = nextTabStop(screen_, focused);
+    EXPECT_EQ(User::focused(), widget(*focused)) << focused->row().name << focused->row().index;
+  } while (focused != first);
 }
 
-TEST_P(Layout, TheWindowGrowsWithItsTextAndByNothingElse) {
-  const Widget there = User::window(screen_);
-  const Size size = User::place(there).size();
-  EXPECT_NEAR(size.width, usual_.width * factor_, 0.1 * size.width);
-  EXPECT_NEAR(size.height, usual_.height * factor_, 0.1 * size.height);
-  EXPECT_FALSE(User::look(there).canBeResized);
-  EXPECT_EQ(User::look(there).canBeMinimized, screen_.table().canMinimize);
+TEST_P(Layout, TheWindowGrowsWithItsText) {
+  const PixelRect place = User::place(User::window(screen_));
+  EXPECT_NEAR(place.width, usual_.width * factor_, 0.1 * place.width);
+  EXPECT_NEAR(place.height, usual_.height * factor_, 0.1 * place.height);
+  EXPECT_EQ(User::canBeMinimized(User::window(screen_)), screen_.table().canMinimize);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -12,16 +12,10 @@ SHOP_CAPTION = "ｸﾞﾙｰﾌﾟ:12/北陸グループ 店舗:00345/能登表�
 
 
 class Resident(ScreenTest):
-    def start(self, *options, arguments=(), **how):
+    def start(self, *options, **how):
         shop = self.shop("--receptions", "5", *options)
         screen = self.screen(**how)
-        run = shop.start(*arguments, screen=screen)
-        return shop, screen, run
-
-    def end_on_request(self, shop, run):
-        run.request("FTP EXIT", 1)
-        run.expect_end()
-        self.assertIn(TABLE, shop.delivered())
+        return shop, screen, shop.start(screen=screen)
 
     def test_the_second_failure_in_a_row_shows_a_message(self):
         shop, screen, run = self.start("--interval", "4")
@@ -34,31 +28,29 @@ class Resident(ScreenTest):
         message = screen.wait_for_window(self.UNTITLED)
         # The message wants its answer first: the icon opens no menu.
         screen.click(*screen.icon()[1], button=3)
-        screen.picture("20-second-failure")
         self.assertIsNone(screen.popup())
         screen.ask("xdotool", "windowactivate", message.number)
         screen.wait_for_window(self.UNTITLED)
         run.request("FTP INIT", 1)
         screen.key("Return")
         panel = screen.wait_for_window(PANEL)
-        screen.picture("21-panel-on-request")
         self.assertEqual(shop.setting("FTP INIT"), "0")
 
         shop.out.mkdir()
         shop.out.chmod(0o777)
         panel.press("FtpForm", "OK")
         screen.wait_for_icon("normal")
-        self.end_on_request(shop, run)
+        run.send_and_end()
+        self.assertIn(TABLE, shop.delivered())
 
     def test_a_late_notification_area_gets_the_icon(self):
         shop, screen, run = self.start(with_tray=False)
-        run.wait_for_start()
-        for name in ("24-late-notification-area", "25-notification-area-started-anew"):
+        for _ in range(2):
             tray = screen.start_tray()
             screen.wait_for_icon("normal")
-            screen.picture(name)
             screen.end(tray)
-        self.end_on_request(shop, run)
+        run.send_and_end()
+        self.assertIn(TABLE, shop.delivered())
 
 
 class End(ScreenTest):

@@ -35,16 +35,6 @@ class Windows(OnWindows):
         self.assertFalse(work_file.exists())
         self.assertEqual(shop.delivered(), {})
 
-    def test_a_message_at_the_start_is_answered_by_a_key(self):
-        shop = self.shop()
-        shop.ticket_settings.unlink()
-        screen = self.screen()
-        run = shop.start(screen=screen)
-        screen.wait_for_window(resident_on_screen.PANEL)
-        screen.picture("32-message")
-        screen.key("Return")
-        run.expect_end()
-
 
 if __name__ == "__main__":
     unittest.main(verbosity=2)

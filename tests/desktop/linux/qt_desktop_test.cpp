@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QLabel>
+#include <QScreen>
 
 #include "desktop/desktop_fixture.h"
 
@@ -9,6 +10,7 @@ namespace {
 /// What the window system sees of the desktop and a user's hands do not.
 class OnQt : public DesktopTest {
  protected:
+  OnQt() { show(form_); }
   QWidget& onQt(Widget widget) const { return *reinterpret_cast<QWidget*>(widget); }
 };
 
@@ -21,7 +23,6 @@ TEST_F(OnQt, TheSessionManagersLastWordAsksTheProgramToEnd) {
 }
 
 TEST_F(OnQt, AWindowStaysWhereTheUserHasPutIt) {
-  show(form_);
   onQt(window()).move(7, 9);
   for (const bool shown : {false, true}) {
     form_.setVisible(shown);
@@ -30,18 +31,21 @@ TEST_F(OnQt, AWindowStaysWhereTheUserHasPutIt) {
   EXPECT_EQ(onQt(window()).pos(), QPoint(7, 9));
 }
 
-TEST_F(OnQt, ATextThatIsTooLongBeginsAtTheTopOfItsLabel) {
-  show(form_);
-  const auto& label = static_cast<const QLabel&>(onQt(widget("Label")));
-  form_.control("Label").setCaption("one line");
+TEST_F(OnQt, AStatusTextIsPaintedWithoutTheMessageLoopAndATooLongOneFromItsTop) {
+  const auto seen = [this] {
+    return QGuiApplication::primaryScreen()->grabWindow(onQt(window()).winId()).toImage();
+  };
+  const auto& label = static_cast<const QLabel&>(onQt(widget("Label1", 0)));
+  const QImage before = seen();
+  form_.control("Label1", 0).setCaption("one line");
+  EXPECT_NE(seen(), before);
   EXPECT_TRUE(label.alignment().testFlag(Qt::AlignVCenter));
-  form_.control("Label").setCaption(std::string(600, 'x') + " " + std::string(600, 'y'));
+  form_.control("Label1", 0).setCaption(std::string(600, 'x') + " " + std::string(600, 'y'));
   EXPECT_TRUE(label.alignment().testFlag(Qt::AlignTop));
   EXPECT_FALSE(label.toolTip().isEmpty());
 }
 
 TEST_F(OnQt, ABusyProgramShowsAWaitCursorAndTheIconIsTheWindows) {
-  show(form_);
   {
     const BusyScope busy(*desktop_, form_);
     ASSERT_NE(QApplication::overrideCursor(), nullptr);

@@ -3,9 +3,8 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
-#include <iterator>
-#include <map>
 #include <utility>
 
 #include "desktop/desktop_user.h"
@@ -63,52 +62,32 @@ void input(const KEYBDINPUT& key) {
 }
 
 void input(Key wanted, DWORD flags) {
-  static const std::map<Key, std::pair<WORD, DWORD>> codes{
-      {Key::kShift, {VK_SHIFT, 0}},
-      {Key::kControl, {VK_CONTROL, 0}},
-      {Key::kAlt, {VK_MENU, 0}},
-      {Key::kA, {'A', 0}},
-      {Key::kC, {'C', 0}},
-      {Key::kV, {'V', 0}},
-      {Key::kF5, {VK_F5, 0}},
-      {Key::kTab, {VK_TAB, 0}},
-      {Key::kBackspace, {VK_BACK, 0}},
-      {Key::kSpace, {VK_SPACE, 0}},
-      {Key::kEnter, {VK_RETURN, 0}},
-      {Key::kKeypadEnter, {VK_RETURN, KEYEVENTF_EXTENDEDKEY}},
-      {Key::kEscape, {VK_ESCAPE, 0}},
-      {Key::kUp, {VK_UP, KEYEVENTF_EXTENDEDKEY}},
-      {Key::kDown, {VK_DOWN, KEYEVENTF_EXTENDEDKEY}},
+  // By Key.
+  static constexpr std::pair<WORD, DWORD> kCodes[] = {
+      {VK_SHIFT, 0},
+      {VK_CONTROL, 0},
+      {'A', 0},
+      {'V', 0},
+      {VK_TAB, 0},
+      {VK_SPACE, 0},
+      {VK_RETURN, 0},
+      {VK_ESCAPE, 0},
+      {VK_UP, KEYEVENTF_EXTENDEDKEY},
+      {VK_DOWN, KEYEVENTF_EXTENDEDKEY},
   };
-  const auto [code, extended] = codes.at(wanted);
+  const auto [code, extended] = kCodes[static_cast<int>(wanted)];
   const auto scanCode = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
   input(KEYBDINPUT{code, scanCode, flags | extended, 0, 0});
 }
 
 /// Of a text in the window's font; wrapped when a width is given.
-Size sizeOf(HWND window, const std::wstring& text, LONG width = 0) {
+PixelPoint sizeOf(HWND window, const std::wstring& text, LONG width = 0) {
   const SelectedDc dc(window, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
   RECT area{0, 0, width, 0};
   const UINT wrapping = width > 0 ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE;
   DrawTextW(dc.get(), text.c_str(), static_cast<int>(text.size()), &area,
             wrapping | DT_NOPREFIX | DT_CALCRECT);
   return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
-}
-
-std::map<UINT_PTR, std::function<void()>>& actions() {
-  static std::map<UINT_PTR, std::function<void()>> waiting;
-  return waiting;
-}
-
-void CALLBACK runAction(HWND, UINT, UINT_PTR timer, DWORD) {
-  KillTimer(nullptr, timer);
-  if (const auto action = actions().extract(timer)) action.mapped()();
-}
-
-LRESULT CALLBACK countPaints(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
-                             DWORD_PTR paints) {
-  if (message == WM_PAINT) ++*reinterpret_cast<int*>(paints);
-  return DefSubclassProc(window, message, first, second);
 }
 
 }  // namespace
@@ -152,14 +131,9 @@ void User::type(const std::string& text) {
   settle();
 }
 
-void User::click(Widget widget) {
+void User::clickAhead(Widget widget) {
   // Of a disabled one the mouse tells the window behind it.
   if (!isEnabled(widget)) return;
-  clickAhead(widget);
-  settle();
-}
-
-void User::clickAhead(Widget widget) {
   RECT inside{};
   GetClientRect(win(widget), &inside);
   const LPARAM point = MAKELPARAM(8, inside.bottom / 2);
@@ -183,16 +157,6 @@ void User::putOnClipboard(const std::string& text) {
   EmptyClipboard();
   SetClipboardData(CF_UNICODETEXT, memory);  // which takes it over
   CloseClipboard();
-}
-
-std::string User::clipboard() {
-  OpenClipboard(nullptr);
-  const HANDLE data = GetClipboardData(CF_UNICODETEXT);
-  const auto* text = data == nullptr ? nullptr : static_cast<const wchar_t*>(GlobalLock(data));
-  std::string found = text == nullptr ? "" : fromWide(text);
-  GlobalUnlock(data);
-  CloseClipboard();
-  return found;
 }
 
 void User::useCloseBox(Widget window) {
@@ -219,11 +183,6 @@ void User::setTextSize(double factor) {
 
 void User::endSession() {
   SendMessageW(FindWindowW(L"karvel.service", nullptr), WM_ENDSESSION, TRUE, 0);
-}
-
-void User::soon(std::function<void()> action) {
-  actions()[SetTimer(nullptr, 0, USER_TIMER_MINIMUM, &runAction)] =
-      [this, action = std::move(action)] { doInside(action); };
 }
 
 std::string User::text(Widget widget) {
@@ -291,17 +250,15 @@ Widget User::focused() {
   return handle(GetFocus());
 }
 
-WindowLook User::look(Widget window) {
-  const HWND seen = win(window);
-  const auto extended = static_cast<DWORD>(GetWindowLongPtrW(seen, GWL_EXSTYLE));
-  return {.minimized = IsIconic(seen) != FALSE,
-          .onTop = (extended & WS_EX_TOPMOST) != 0,
-          .blocked = IsWindowEnabled(seen) == FALSE,
-          .canBeMinimized = (style(seen) & WS_MINIMIZEBOX) != 0,
-          .canBeResized = (style(seen) & (WS_THICKFRAME | WS_MAXIMIZEBOX)) != 0};
+bool User::canBeMinimized(Widget window) {
+  return (style(win(window)) & WS_MINIMIZEBOX) != 0;
 }
 
-Place User::place(Widget widget) {
+bool User::isBlocked(Widget window) {
+  return IsWindowEnabled(win(window)) == FALSE;
+}
+
+PixelRect User::place(Widget widget) {
   RECT place{};
   const HWND root = GetAncestor(win(widget), GA_ROOT);
   if (win(widget) == root) {
@@ -310,56 +267,50 @@ Place User::place(Widget widget) {
     GetWindowRect(win(widget), &place);
     MapWindowPoints(nullptr, root, reinterpret_cast<POINT*>(&place), 2);
   }
-  return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
-          static_cast<int>(place.bottom)};
+  return {static_cast<int>(place.left), static_cast<int>(place.top),
+          static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top)};
 }
 
-Size User::needed(Widget widget) {
+PixelPoint User::needed(Widget widget) {
   const HWND seen = win(widget);
   if (isOfClass(seen, L"STATIC")) {
     const bool etched = (style(seen) & SS_TYPEMASK) >= SS_ETCHEDHORZ;
-    return {0, etched ? 0 : sizeOf(seen, windowText(seen), place(widget).size().width).height};
+    return {0, etched ? 0 : sizeOf(seen, windowText(seen), place(widget).width).y};
   }
-  const Size letters = sizeOf(seen, L"mm");
-  if (!isOfClass(seen, L"BUTTON")) return {0, letters.height + 4};
+  const PixelPoint letters = sizeOf(seen, L"mm");
+  if (!isOfClass(seen, L"BUTTON")) return {0, letters.y + 4};
   // A push button has a frame, the others have a box in front.
-  return {sizeOf(seen, withoutMnemonics(windowText(seen))).width + letters.width, letters.height};
+  return {sizeOf(seen, withoutMnemonics(windowText(seen))).x + letters.x, letters.y};
 }
 
-std::optional<Message> User::message() {
+std::string User::message() {
   const HWND box = GetForegroundWindow();
-  Message message{fromWide(windowText(box)), "", false};
+  std::string mark;
+  std::string text;
   for (const HWND child : windowsOfClass(L"Static", box)) {
-    if ((style(child) & SS_TYPEMASK) != SS_ICON) {
-      message.text = fromWide(windowText(child));
-      continue;
-    }
-    const auto icon = reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0));
-    message.critical = icon == LoadIconW(nullptr, IDI_HAND);
+    const LRESULT icon = SendMessageW(child, STM_GETICON, 0, 0);
+    if (icon == 0) text = fromWide(windowText(child));
+    if (reinterpret_cast<HICON>(icon) == LoadIconW(nullptr, IDI_HAND)) mark = "!";
   }
-  return message;
+  return mark + fromWide(windowText(box)) + ": " + text;
 }
 
-std::vector<MenuLine> User::menu() {
-  std::vector<MenuLine> lines;
+std::string User::menu() {
+  std::string lines;
   constexpr UINT kGetMenu = 0x01E1;
   const HWND window = FindWindowW(L"#32768", nullptr);
   if (window == nullptr || IsWindowVisible(window) == FALSE) return lines;
   const auto menu = reinterpret_cast<HMENU>(SendMessageW(window, kGetMenu, 0, 0));
-  for (UINT i = 0; i < static_cast<UINT>(GetMenuItemCount(menu)); ++i) {
-    std::array<wchar_t, 64> text{};
-    GetMenuStringW(menu, static_cast<int>(i), text.data(), static_cast<int>(text.size()),
+  for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+    std::array<wchar_t, 64> caption{};
+    GetMenuStringW(menu, static_cast<UINT>(i), caption.data(), static_cast<int>(caption.size()),
                    MF_BYPOSITION);
-    const UINT state = GetMenuState(menu, i, MF_BYPOSITION);
+    const UINT state = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
     const bool separator = (state & MF_SEPARATOR) != 0;
-    lines.push_back({separator ? "-" : fromWide(withoutMnemonics(text.data())),
-                     separator || (state & MF_GRAYED) == 0});
+    const std::string text = separator ? "-" : fromWide(withoutMnemonics(caption.data()));
+    lines += (separator || (state & MF_GRAYED) == 0 ? text : "(" + text + ")") + "|";
   }
   return lines;
-}
-
-void User::watchPainting(Widget widget) {
-  SetWindowSubclass(win(widget), &countPaints, 1, reinterpret_cast<DWORD_PTR>(&paints_));
 }
 
 }  // namespace karvel
