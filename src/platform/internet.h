@@ -118,6 +118,13 @@ class Internet {
   };
   [[nodiscard]] virtual Response lastResponse() = 0;
 
+  /// What the server said during the last call with a session, each reply in lines of its own: all
+  /// of it, or as much as the library keeps.
+  [[nodiscard]] virtual std::string lastReplies() = 0;
+
+  /// What the server says that it can do (FEAT); empty when it does not say.
+  [[nodiscard]] virtual std::optional<std::string> features(Handle session) = 0;
+
   /// The operating system's text of an error number, at most 255 characters of UTF-8 text in one
   /// line; empty when there is none.
   [[nodiscard]] virtual std::string systemMessage(ErrorNumber number) = 0;

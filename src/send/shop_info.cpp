@@ -11,15 +11,15 @@ namespace {
 constexpr std::size_t kIdentifierLength = 7;
 constexpr const char* kExtension = ".inf";
 
-bool isValidIdentifier(const std::string& identifier) {
-  return characterCount(identifier) == kIdentifierLength && numericValue(identifier) > 0 &&
-         isPlainName(identifier);
-}
-
 }  // namespace
 
 ShopInfo::ShopInfo(IniRedWrt& settings, RunLog& log, Files& files, const std::string& programFolder)
     : settings_(settings), log_(log), files_(files), programFolder_(programFolder + kSeparator) {
+}
+
+bool ShopInfo::isValidIdentifier(const std::string& identifier) {
+  return characterCount(identifier) == kIdentifierLength && numericValue(identifier) > 0 &&
+         isPlainName(identifier);
 }
 
 void ShopInfo::Ftp_ShopFold(Delivery& destination) {

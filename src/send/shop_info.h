@@ -21,6 +21,9 @@ class ShopInfo {
   /// ignored.
   void Ftp_ShopFold(Delivery& destination);
 
+  /// True for the group code and shop code, put together, of a shop that has such a file.
+  [[nodiscard]] static bool isValidIdentifier(const std::string& identifier);
+
  private:
   void removePrevious(const std::string& identifier, Delivery& destination);
   void deliver(const std::string& name, Delivery& destination);

@@ -32,6 +32,8 @@ class FakeInternet final : public Internet {
   std::uint32_t connectFlags = 0;
   std::map<std::string, std::uint32_t> transferTypes;  ///< of the files put, by remote name
   std::string current = "/";
+  std::string replies;                 ///< of the server, after every call
+  std::optional<std::string> offered;  ///< its features
   int openHandles = 0;
 
   Handle open() override { return newHandle("open"); }
@@ -48,6 +50,8 @@ class FakeInternet final : public Internet {
   bool findNext(Handle find, FindData& entry) override;
   ErrorNumber lastError() override { return failure_.number; }
   Response lastResponse() override { return {failure_.responseNumber, failure_.response}; }
+  std::string lastReplies() override { return replies; }
+  std::optional<std::string> features(Handle) override { return offered; }
   std::string systemMessage(ErrorNumber number) override;
 
  private:

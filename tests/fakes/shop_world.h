@@ -33,6 +33,7 @@ class ShopWorld {
 
   /// Starts the program.
   StartOutcome start(const std::string& commandLine = "");
+  Platform& platform() { return platform_; }  ///< before the start
   FtpForm& form() { return program_->mainForm(); }
   /// So many intervals of the timer pass, as long as it is enabled.
   void tick(int count = 1);

@@ -3,7 +3,8 @@ add_library(karvel_platform STATIC ${platform_sources})
 # Windows 7 is the oldest system that the program starts on.
 target_compile_definitions(karvel_platform PUBLIC
   _WIN32_WINNT=0x0601 WINVER=0x0601 UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
-target_link_libraries(karvel_platform PUBLIC karvel_core PRIVATE wininet gdi32 user32 shell32 ole32 imm32)
+target_link_libraries(karvel_platform PUBLIC karvel_core PRIVATE wininet gdi32 user32 shell32 ole32 imm32
+          advapi32 ws2_32)
 
 target_compile_options(karvel_options INTERFACE -g1)
 

@@ -54,6 +54,7 @@ FtpControl::ErrorNumber FtpControl::receiveReply(FtpTimeLimits::Milliseconds lim
   watch.beginStep(limit);
   while (true) {
     if (const ErrorNumber error = takeLines()) return end(error);
+    if (reply_.complete()) replies_ += reply_.text() + "\r\n";
     if (reply_.complete()) return reply_.code() == kClosing ? end(Internet::kErrorExtended) : 0;
 
     pollfd readable = socket_.awaiting(POLLIN);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "platform/internet.h"
 #include "platform/linux/internet/ftp_reply.h"
@@ -34,6 +35,8 @@ class FtpControl {
   [[nodiscard]] ErrorNumber receiveLastReply();
 
   [[nodiscard]] const FtpReply& reply() const { return reply_; }
+  /// The texts of all replies since this was asked for last, each with a line end.
+  [[nodiscard]] std::string takeReplies() { return std::exchange(replies_, {}); }
   /// Bytes of a reply have arrived with the one before.
   [[nodiscard]] bool hasInput() const { return !input_.empty(); }
   [[nodiscard]] const FtpSocket& socket() const { return socket_; }
@@ -54,6 +57,7 @@ class FtpControl {
   FtpSocket socket_;
   std::string input_;  ///< received, but not taken yet
   FtpReply reply_;
+  std::string replies_;
   ErrorNumber ended_ = 0;
 };
 

@@ -162,6 +162,12 @@ bool FtpInternet::findNext(Handle find, FindData& entry) {
   return nextEntry(found->second.listing, entry);
 }
 
+std::optional<std::string> FtpInternet::features(Handle session) {
+  const Session* const found = find(session);
+  if (found == nullptr || !conclude(*found->ftp, found->ftp->command("FEAT"))) return std::nullopt;
+  return found->ftp->reply().text();
+}
+
 std::string FtpInternet::systemMessage(ErrorNumber number) {
   return karvel::systemMessage(number);
 }
@@ -171,7 +177,8 @@ bool FtpInternet::fail(ErrorNumber error) {
   return false;
 }
 
-bool FtpInternet::conclude(const FtpSession& ftp, ErrorNumber error) {
+bool FtpInternet::conclude(FtpSession& ftp, ErrorNumber error) {
+  lastReplies_ = ftp.takeReplies();
   lastResponse_ = {kErrorExtended, ftp.reply().text()};
   return error == 0 || fail(error);
 }

@@ -38,6 +38,8 @@ class FtpInternet : public Internet {
 
   [[nodiscard]] ErrorNumber lastError() override { return lastError_; }
   [[nodiscard]] Response lastResponse() override { return lastResponse_; }
+  [[nodiscard]] std::string lastReplies() override { return lastReplies_; }
+  [[nodiscard]] std::optional<std::string> features(Handle session) override;
   [[nodiscard]] std::string systemMessage(ErrorNumber number) override;
 
  private:
@@ -52,7 +54,7 @@ class FtpInternet : public Internet {
 
   bool fail(ErrorNumber error);
   /// Keeps what the server said and the outcome of the call.
-  bool conclude(const FtpSession& ftp, ErrorNumber error);
+  bool conclude(FtpSession& ftp, ErrorNumber error);
   /// The session of that handle; without one the call has failed.
   Session* find(Handle session);
   /// One command of a verb and a name.
@@ -68,6 +70,7 @@ class FtpInternet : public Internet {
   std::map<Handle, Enumeration> enumerations_;
   ErrorNumber lastError_ = 0;
   Response lastResponse_;
+  std::string lastReplies_;
 };
 
 }  // namespace karvel

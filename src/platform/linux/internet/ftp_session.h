@@ -44,6 +44,8 @@ class FtpSession {
   [[nodiscard]] ErrorNumber list(const std::string& argument, FtpListing& listing);
 
   [[nodiscard]] const FtpReply& reply() const { return control_.reply(); }
+  /// See FtpControl.
+  [[nodiscard]] std::string takeReplies() { return control_.takeReplies(); }
 
  private:
   class Transfer;

@@ -4,6 +4,8 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <utility>
@@ -25,7 +27,6 @@ std::string lockName(const std::string& programFolder) {
 
 /// Invalid when the folder is not this user's alone: another user may have put one there.
 FileDescriptor openOwnFolder(const std::string& path) {
-  mkdir(path.c_str(), S_IRWXU);
   FileDescriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   struct stat status {};
   const bool own = folder.valid() && fstat(folder.get(), &status) == 0 &&
@@ -45,6 +46,7 @@ enum class Attempt : std::uint8_t { kLocked, kHeld, kImpossible };
 
 Attempt lockFolder(const std::string& path, FileDescriptor& folder) {
   for (int i = 0; i < kAttempts; ++i) {
+    mkdir(path.c_str(), S_IRWXU);
     folder = openOwnFolder(path);
     if (!folder.valid()) return Attempt::kImpossible;
     if (flock(folder.get(), LOCK_EX | LOCK_NB) != 0) {
@@ -55,13 +57,16 @@ Attempt lockFolder(const std::string& path, FileDescriptor& folder) {
   return Attempt::kHeld;
 }
 
+std::array<std::string, 2> lockPaths(const std::string& programFolder) {
+  const std::string name = lockName(programFolder);
+  return {joinPath("/run/user/" + std::to_string(geteuid()), name), joinPath("/tmp", name)};
+}
+
 }  // namespace
 
 bool UserInstance::acquire(const std::string& programFolder) {
-  const std::string name = lockName(programFolder);
-  const std::string runtimeFolder = "/run/user/" + std::to_string(geteuid());
-  for (const std::string& parent : {runtimeFolder, std::string("/tmp")}) {
-    Lock lock{joinPath(parent, name), FileDescriptor()};
+  for (const std::string& path : lockPaths(programFolder)) {
+    Lock lock{path, FileDescriptor()};
     const Attempt attempt = lockFolder(lock.path, lock.folder);
     if (attempt == Attempt::kHeld) return false;
     if (attempt == Attempt::kLocked) locks_.push_back(std::move(lock));
@@ -70,6 +75,14 @@ bool UserInstance::acquire(const std::string& programFolder) {
     std::fputs("karvel: 二重起動を防ぐロックを作れないため、ロックなしで起動します。\n", stderr);
   }
   return true;
+}
+
+bool UserInstance::held(const std::string& programFolder) {
+  const auto paths = lockPaths(programFolder);
+  return std::any_of(paths.begin(), paths.end(), [](const std::string& path) {
+    const FileDescriptor folder = openOwnFolder(path);
+    return folder.valid() && flock(folder.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+  });
 }
 
 UserInstance::~UserInstance() {

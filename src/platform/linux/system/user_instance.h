@@ -19,6 +19,9 @@ class UserInstance final : public Instance {
 
   bool acquire(const std::string& programFolder) override;
 
+  /// True while a process of this user holds the folder. Keeps no lock and leaves nothing behind.
+  [[nodiscard]] static bool held(const std::string& programFolder);
+
  private:
   struct Lock {
     std::string path;

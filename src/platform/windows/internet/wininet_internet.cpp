@@ -203,6 +203,15 @@ Internet::Response WininetInternet::lastResponse() {
   return {number, buffer.c_str()};
 }
 
+std::optional<std::string> WininetInternet::features(Handle session) {
+  const bool told = call(session, limits_.exchange(), [&] {
+    return FtpCommandA(native(session), FALSE, FTP_TRANSFER_TYPE_ASCII, "FEAT", 0, nullptr) !=
+           FALSE;
+  });
+  if (!note(told)) return std::nullopt;
+  return lastResponse().text;
+}
+
 std::string WininetInternet::systemMessage(ErrorNumber number) {
   constexpr DWORD kFlags =
       FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;

@@ -34,6 +34,9 @@ class WininetInternet : public Internet {
   bool findNext(Handle find, FindData& entry) override;
   ErrorNumber lastError() override { return lastError_; }
   Response lastResponse() override;
+  /// Of the functions that the library is asked for by one call it keeps the last one's replies.
+  std::string lastReplies() override { return lastResponse().text; }
+  std::optional<std::string> features(Handle session) override;
   std::string systemMessage(ErrorNumber number) override;
 
  private:

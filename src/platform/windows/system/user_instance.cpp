@@ -32,10 +32,14 @@ std::wstring localDataFolder() {
   return path.substr(0, path.find(L'\0'));
 }
 
+std::wstring lockPath(const std::string& programFolder) {
+  return localDataFolder() + L'\\' + lockName(toWide(programFolder));
+}
+
 }  // namespace
 
 bool UserInstance::acquire(const std::string& programFolder) {
-  const std::wstring path = localDataFolder() + L'\\' + lockName(toWide(programFolder));
+  const std::wstring path = lockPath(programFolder);
   for (int i = 0; i < kAttempts; ++i) {
     HANDLE lock = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
                               FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
@@ -49,6 +53,15 @@ bool UserInstance::acquire(const std::string& programFolder) {
   }
   std::fputs("karvel: 二重起動を防ぐロックを作れないため、ロックなしで起動します。\n", stderr);
   return true;
+}
+
+bool UserInstance::held(const std::string& programFolder) {
+  HANDLE lock = CreateFileW(lockPath(programFolder).c_str(), GENERIC_READ,
+                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                            OPEN_EXISTING, 0, nullptr);
+  if (lock == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_SHARING_VIOLATION;
+  CloseHandle(lock);
+  return false;
 }
 
 }  // namespace karvel

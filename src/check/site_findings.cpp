@@ -1,0 +1,246 @@
+#include "check/site_findings.h"
+
+#include <algorithm>
+
+#include "check/folder_findings.h"
+#include "ftp/site_session.h"
+#include "text/code_page.h"
+#include "text/path.h"
+#include "text/server_text.h"
+#include "text/strings.h"
+
+namespace karvel {
+namespace {
+
+using Call = WatchedInternet::Call;
+using Step = WatchedInternet::Step;
+
+std::string timeText(std::chrono::milliseconds time) {
+  return "(" + std::to_string(time.count()) + "ミリ秒)";
+}
+
+std::string words(std::string_view replies) {
+  std::string line = inOneLine(textOfServer(replies));
+  for (auto gap = line.find("  "); gap != std::string::npos; gap = line.find("  ")) {
+    line.replace(gap, 2, " / ");
+  }
+  std::string_view text = trimmed(line);
+  while (text.ends_with('.') || text.ends_with('/') || text.ends_with(' ')) text.remove_suffix(1);
+  return text.empty() ? "" : "。サーバーの文: " + std::string(text);
+}
+
+std::string account(const std::optional<std::string>& bytes) {
+  return fromCodePage932(bytes.value_or(""));
+}
+
+std::string reason(Shop& shop, const Call& call) {
+  std::string text(trimmed(shop.form.LastFtpError));
+  if (text.empty()) text = std::to_string(call.error);
+  return text + timeText(call.time) + words(call.replies);
+}
+
+bool mentionsEncryption(const std::string& text) {
+  const std::string lower = asciiLower(text);
+  return contains(lower, "tls") || contains(lower, "ssl");
+}
+
+void findEncryption(Shop& shop, bool loggedIn, const std::string& said, Findings& findings) {
+  const bool offered = shop.internet.offered && mentionsEncryption(*shop.internet.offered);
+  if (!offered && (loggedIn || !mentionsEncryption(said))) return;
+  findings.notice("tls",
+                  loggedIn ? "サーバーは暗号化(AUTH TLS)に対応していますが、集計管理は使いません"
+                           : "サーバーは暗号化(TLS)を求めているようです",
+                  "暗号化しないFTPを続けてよいか、サイトの管理者に確かめます。");
+}
+
+void findFailedLogin(Shop& shop, const Call& call, Findings& findings) {
+  const std::string host = account(shop.internet.account.host);
+  const std::string port = std::to_string(shop.internet.account.port);
+  const bool answered = !call.replies.empty();
+  if (call.error == Internet::kErrorLoginFailure || answered) {
+    findings.trouble("login", host + "にログインできません: " + reason(shop, call),
+                     "「ｱｶｳﾝﾄ名」と「ﾊﾟｽﾜｰﾄﾞ」を入力し直します。");
+  } else {
+    findings.trouble("connect", host + "の" + port + "番に接続できません: " + reason(shop, call),
+                     "「ｻｲﾄ」とﾎﾟｰﾄ番号を確かめます。合っていれば、回線かファイアウォールです。");
+  }
+  findEncryption(shop, false, call.replies, findings);
+}
+
+/// True when the session has been opened.
+bool findConnection(Shop& shop, Findings& findings) {
+  WatchedInternet& internet = shop.internet;
+  if (internet.calls.empty()) {
+    findings.trouble("account", "FTPのアカウントの設定が足りません",
+                     "ｻｲﾄ、ｱｶｳﾝﾄ名、ﾊﾟｽﾜｰﾄﾞをすべて設定します。");
+    return false;
+  }
+  const std::string host = account(internet.account.host);
+  if (internet.addresses.empty()) {
+    findings.trouble(
+        "name",
+        "サーバーの名前「" + host + "」のアドレスが分かりません" + timeText(internet.lookupTime),
+        "「ｻｲﾄ」の書き間違いと、回線を確かめます。");
+    return false;
+  }
+  std::string addresses;
+  for (const std::string& each : internet.addresses) addresses += " " + each;
+  findings.good("name", "サーバーの名前「" + host + "」のアドレス:" + addresses +
+                            timeText(internet.lookupTime));
+
+  const Call& login = internet.calls.front();
+  if (login.error != 0) {
+    findFailedLogin(shop, login, findings);
+    return false;
+  }
+  const auto greetingEnd = std::min(login.replies.find("\r\n331 "), login.replies.size());
+  const std::string port = std::to_string(internet.account.port);
+  findings.good("connect", host + "の" + port + "番に接続できました" +
+                               words(login.replies.substr(0, greetingEnd)));
+  findings.good("login", account(internet.account.user) + "としてログインできました" +
+                             timeText(login.time) + words(login.replies.substr(greetingEnd)));
+  findEncryption(shop, true, "", findings);
+  return true;
+}
+
+/// The address in a reply to PASV, "227 ... (h1,h2,h3,h4,p1,p2)"; empty when there is none.
+std::string passiveAddress(const std::string& replies) {
+  const auto reply = replies.find("227 ");
+  const auto begin = replies.find('(', reply);
+  if (reply == std::string::npos || begin == std::string::npos) return {};
+  std::string address;
+  int commas = 0;
+  for (const char c : std::string_view(replies).substr(begin + 1)) {
+    commas += c == ',' ? 1 : 0;
+    if (commas == 4) return address;
+    address += c == ',' ? '.' : c;
+  }
+  return {};
+}
+
+void findListing(Shop& shop, Findings& findings) {
+  const auto& calls = shop.internet.calls;
+  const auto list = std::find_if(calls.begin(), calls.end(),
+                                 [](const Call& call) { return call.step == Step::kList; });
+  if (list == calls.end()) return;
+  const std::string passive = passiveAddress(list->replies);
+  const auto& own = shop.internet.addresses;
+  if (!passive.empty() && std::find(own.begin(), own.end(), passive) == own.end()) {
+    findings.notice(
+        "passive",
+        "サーバーがPassiveモードで知らせたアドレス" + passive + "は、サーバーのアドレスと違います",
+        "サイトの管理者に、外から見えるアドレスを知らせるよう依頼します。");
+  }
+  if (list->error != 0) {
+    findings.trouble("data-connection", "一覧を取得できません: " + reason(shop, *list),
+                     "データ接続を止めているファイアウォールを確かめます。");
+    return;
+  }
+  findings.good("data-connection",
+                "一覧を取得できました" + timeText(list->time) + words(list->replies));
+}
+
+std::string nameEncoding(const std::vector<std::string>& names) {
+  const auto isWritten = [](const std::string& name) {
+    return std::any_of(name.begin(), name.end(), [](char c) { return (c & 0x80) != 0; });
+  };
+  if (std::none_of(names.begin(), names.end(), isWritten)) return {};
+  return std::any_of(names.begin(), names.end(), isServerUtf8) ? "UTF-8" : "Shift-JIS";
+}
+
+/// True when the session stands in the folder that the settings name.
+bool findFolder(Shop& shop, bool open, Findings& findings) {
+  bool exact = true;
+  for (const Call& call : shop.internet.calls) {
+    if (call.step != Step::kFolder) continue;
+    const std::string name = textOfServer(call.name);
+    if (call.error == 0) {
+      findings.good("target-folder", "フォルダ「" + name + "」に入りました" + timeText(call.time));
+      continue;
+    }
+    exact = false;
+    findings.trouble("target-folder",
+                     "フォルダ「" + name + "」はなく、名前がこれで始まるフォルダだけがあります。" +
+                         "ファイルは1つ上のフォルダに届きます" + timeText(call.time) +
+                         words(call.replies),
+                     "サイトにフォルダを作るか、設定の名前を直します。");
+  }
+  const std::string wanted(trimmed(shop.form.text(FtpForm::Field::kSiteFolder)));
+  if (!open) {
+    findings.trouble("target-folder", "フォルダ「" + wanted + "」がサイトにありません",
+                     "「ｻｲﾄ･ﾌｫﾙﾀﾞ」の道順と、大文字と小文字を確かめます。");
+  }
+  const std::string encoding = nameEncoding(shop.internet.names);
+  if (!encoding.empty()) {
+    findings.good("server-names", "サーバーは日本語の名前を" + encoding + "で書いています");
+  }
+  return open && exact;
+}
+
+/// Files of the target folder, from the lines of the listing: "F name", TAB, size, TAB, date.
+void findRemoteFiles(Shop& shop, Findings& findings) {
+  NewestTable newest(shop);
+  std::string leftovers;
+  for (const std::string& line : shop.form.lstFiles.items()) {
+    const auto nameEnd = line.find('\t');
+    const auto date = line.rfind('\t');
+    if (!line.starts_with("F ") || nameEnd == date) continue;
+    const std::string name = line.substr(2, nameEnd - 2);
+    newest.add(name, line.substr(date + 1));
+    if (name.ends_with(".xxx")) leftovers += (leftovers.empty() ? "" : "、") + name;
+  }
+  if (!leftovers.empty()) {
+    findings.notice("temporary-file", "途切れた転送のファイルがサイトに残っています: " + leftovers,
+                    "今日の分は次の転送で上書きされます。過去の分は削除してかまいません。");
+  }
+  newest.report(findings);
+}
+
+void probe(Shop& shop, SiteSession& session, Findings& findings) {
+  const std::string folder = shop.inspection.temporaryFolder() + kSeparator;
+  const std::string name = "karvel-check.tmp";
+  const std::size_t before = shop.internet.calls.size();
+  const bool ready = shop.files.write(folder + name, "karvel-check\r\n");
+  const bool sent = ready && session.Ftp_PutFile(folder, name);
+  if (sent) session.Ftp_DeleteListed(name);
+  shop.files.remove(folder + name);
+
+  std::string steps;
+  bool deleted = false;
+  for (std::size_t i = before; i < shop.internet.calls.size(); ++i) {
+    const Call& call = shop.internet.calls[i];
+    const bool failed = call.error != 0;
+    if (call.step == Step::kPut) steps += failed ? " 送信×" : " 送信○";
+    if (call.step == Step::kRename) steps += failed ? " 名前の変更×" : " 名前の変更○";
+    if (call.step == Step::kDelete) steps += failed ? " 削除×" : " 削除○";
+    deleted = deleted || (call.step == Step::kDelete && !failed);
+    if (call.step != Step::kList) steps += timeText(call.time) + words(call.replies);
+  }
+  if (sent && deleted) {
+    findings.good("probe", "試験転送に成功しました:" + steps);
+  } else {
+    findings.trouble("probe", "試験転送に失敗しました:" + steps,
+                     "サイトで、一覧、書き込み、名前の変更、削除を許可するよう依頼します。");
+  }
+}
+
+}  // namespace
+
+void findSite(Shop& shop, Findings& findings) {
+  const auto destination = shop.form.destination();
+  if (destination != FtpForm::Destination::kUserSite &&
+      destination != FtpForm::Destination::kServiceSite) {
+    return;
+  }
+  shop.form.LastFtpError.clear();
+  SiteSession session(
+      {shop.form, shop.internet, shop.settings, shop.unchanging, shop.log, shop.folder});
+  const bool open = session.Ftp_Open();
+  if (!findConnection(shop, findings)) return;
+  findListing(shop, findings);
+  const bool there = findFolder(shop, open, findings);
+  if (open) findRemoteFiles(shop, findings);
+  if (there && shop.probe) probe(shop, session, findings);
+}
+
+}  // namespace karvel
