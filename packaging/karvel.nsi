@@ -1,5 +1,5 @@
-; The installer for one user of a shop's machine. Defined from outside: VERSION, PROGRAM and SETTINGS
-; (the executables), MANUAL (commands that unpack the manual), ICON and OUTPUT.
+; The installer for one user of a shop's machine. Defined from outside: VERSION, PROGRAM, SETTINGS and
+; CHECK (the executables), MANUAL (commands that unpack the manual), ICON and OUTPUT.
 ;
 ; Switches besides NSIS' own /S and /D=folder:
 ;   /AUTOSTART=0   does not start the program with Windows; 1 does
@@ -86,12 +86,15 @@ Section "!集計管理" ProgramSection
   SetOutPath "$INSTDIR"
   File "/oname=karvel.exe" "${PROGRAM}"
   File "/oname=karvel-settings.exe" "${SETTINGS}"
+  File "/oname=karvel-check.exe" "${CHECK}"
   ; The program writes its log only into a folder that is there.
   CreateDirectory "$INSTDIR\Log"
   WriteUninstaller "$INSTDIR\karvel-uninstall.exe"
 
   CreateDirectory "${MENU_FOLDER}"
   CreateShortcut "${MENU_FOLDER}\集計管理 接続設定.lnk" "$INSTDIR\karvel-settings.exe"
+  ; A program of the command line: its console waits at the bottom until the page opens.
+  CreateShortcut "${MENU_FOLDER}\集計管理 診断.lnk" "$INSTDIR\karvel-check.exe" "--open" "" "" SW_SHOWMINIMIZED
   CreateShortcut "${MENU_FOLDER}\集計管理 説明書.lnk" "$INSTDIR\karvel-manual\manual.ja.html"
 
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "${PRODUCT}"
@@ -186,11 +189,13 @@ Section "Uninstall"
   SetOutPath "$TEMP"
   Delete "$INSTDIR\karvel.exe"
   Delete "$INSTDIR\karvel-settings.exe"
+  Delete "$INSTDIR\karvel-check.exe"
   RMDir /r "$INSTDIR\karvel-manual"
   Delete "$INSTDIR\karvel-uninstall.exe"
   RMDir "$INSTDIR\Log"
   RMDir "$INSTDIR"
   Delete "${MENU_FOLDER}\集計管理 接続設定.lnk"
+  Delete "${MENU_FOLDER}\集計管理 診断.lnk"
   Delete "${MENU_FOLDER}\集計管理 説明書.lnk"
   RMDir "${MENU_FOLDER}"
   DeleteRegValue HKCU "${RUN_KEY}" "karvel"

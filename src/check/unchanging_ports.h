@@ -55,6 +55,7 @@ class UnchangingProfile final : public Profile {
              const std::string&) override {
     return true;
   }
+  void removeLeftovers(const std::string&) override {}
 
  private:
   Profile& profile_;

@@ -166,7 +166,7 @@ class SetupTest(unittest.TestCase):
         subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, packages], check=True, env=environment)
         self.assertEqual(self.set_up(setup=packages / SETUP.name), DONE)
         programs = [packages / SETUP.name, *self.folder.glob("*.exe")]
-        self.assertEqual(len(programs), 4)
+        self.assertEqual(len(programs), 5)
         for program in programs:
             subprocess.run(["osslsigncode", "verify", "-CAfile", certificate, program], check=True,
                            stdout=subprocess.DEVNULL)
@@ -177,7 +177,7 @@ class SetupTest(unittest.TestCase):
 
         installed = content_of(self.folder)
         self.assertEqual(installed.pop("karvel.exe"), PROGRAM.read_bytes())
-        for own in ("karvel-settings.exe", "karvel-uninstall.exe"):
+        for own in ("karvel-settings.exe", "karvel-check.exe", "karvel-uninstall.exe"):
             installed.pop(own)
         self.assertIn("karvel-manual/manual.ja.html", installed)
         self.assertEqual([name for name in installed if not name.startswith("karvel-manual/")], [])
@@ -190,8 +190,9 @@ class SetupTest(unittest.TestCase):
                           entry["UninstallString"]),
                          (PRODUCT, VERSION, folder, f'"{folder}\\karvel-uninstall.exe"'))
         self.assertEqual(machine.registry_values(RUN_KEY)["karvel"], f'"{folder}\\karvel.exe"')
-        self.assertIn(b"\\karvel-settings.exe\0",
-                      (self.menu() / "集計管理 接続設定.lnk").read_bytes())
+        for entry, program in (("接続設定", b"\\karvel-settings.exe\0"),
+                               ("診断", b"\\karvel-check.exe\0")):
+            self.assertIn(program, (self.menu() / f"集計管理 {entry}.lnk").read_bytes())
 
         self.write("karvel.ini", TICKET_SETTINGS)
         self.assertEqual(machine.run(self.folder / "karvel.exe"), 0)

@@ -259,12 +259,15 @@ class Win32Inspection final : public Inspection {
     }
   }
 
-  /// Not those of the C library, which have the system's code page.
+  /// Not those of the C library, which have the system's code page. A program that was started by
+  /// a click has a console of its own, which goes at its end: its result is opened as a page.
   std::vector<std::string> arguments(int, char**) override {
     int count = 0;
     const std::unique_ptr<LPWSTR, LocalMemory> all(CommandLineToArgvW(GetCommandLineW(), &count));
     std::vector<std::string> texts;
     for (int i = 1; all && i < count; ++i) texts.push_back(fromWide(all.get()[i]));
+    DWORD process = 0;
+    if (texts.empty() && GetConsoleProcessList(&process, 1) == 1) texts.emplace_back("--open");
     return texts;
   }
 };

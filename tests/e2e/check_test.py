@@ -1,0 +1,99 @@
+"""karvel-check on real shops: one in order, and three that do not send."""
+
+import hashlib
+import os
+import subprocess
+import time
+from pathlib import Path
+
+from ftp_servers import HOST, PyftpdServer
+from shop import DAY, ORDINARY_USER, TABLE, ShopTest, environment_on
+
+CHECK = Path(os.environ["KARVEL_CHECK"])
+IN_ORDER = "この店舗の転送を妨げるものは見つかりませんでした。"
+NOTHING_IN_THE_WAY, SOMETHING_IN_THE_WAY, WRONG_USE = 0, 1, 2
+
+
+class CheckTest(ShopTest):
+    THROUGH = ()  # a command that starts it in its turn
+    SECONDS, SECONDS_WITH_SITE = 2, 5
+    WORDS_AT_LOGIN = "220 ready"
+
+    def run_check(self, shop, *options):
+        """Beside the program, and as its user: the lock is the user's."""
+        subprocess.run(["cp", CHECK, shop.folder], check=True)
+        ordinary = {}
+        if ORDINARY_USER is not None and not self.THROUGH:
+            subprocess.run(["chown", "-R", f"{ORDINARY_USER}:{ORDINARY_USER}", shop.base], check=True)
+            ordinary = {"user": ORDINARY_USER, "group": ORDINARY_USER, "extra_groups": []}
+        before = self.state(shop)
+        began = time.monotonic()
+        run = subprocess.run([*self.THROUGH, shop.folder / CHECK.name, *options], cwd="/",
+                             env=environment_on(None), capture_output=True,
+                             stdin=subprocess.DEVNULL, **ordinary)
+        self.seconds = time.monotonic() - began
+        self.assertEqual(self.state(shop), before)
+        return run
+
+    def check(self, shop, *options):
+        """Exit code, text and page."""
+        page = shop.base / "page.html"
+        run = self.run_check(shop, "--html", shop.name_of(page), *options)
+        return run.returncode, (run.stdout + run.stderr).decode(), page.read_text("utf-8")
+
+    @staticmethod
+    def state(shop):
+        return {path: (path.stat().st_mtime_ns, hashlib.sha256(path.read_bytes()).digest())
+                for path in [*shop.folder.rglob("*"), *shop.out.rglob("*")] if path.is_file()}
+
+    def site_shop(self, server, **settings):
+        shop = self.shop("--destination", "own-site", "--receptions", "20", "--desks", "1", "--host",
+                         HOST, "--port", str(server.port), "--user", server.user,
+                         "--password", server.password)
+        for key, value in settings.items():
+            shop.set(key.replace("_", " "), value)
+        return shop
+
+    def expect_trouble(self, told, anchor):
+        code, text, page = told
+        self.assertEqual(code, SOMETHING_IN_THE_WAY, text)
+        lines = [line for line in text.splitlines() if line.startswith("支障")]
+        self.assertTrue(lines and lines[0].endswith(f"[#{anchor}]"), text)
+        self.assertIn('class="trouble"', page)
+
+    def test_a_shop_in_order(self):
+        server = PyftpdServer(self)
+        server.folder.make("支店", {TABLE: b"old"})
+        shop = self.site_shop(server, FTP_FOLD="支店")
+        run = shop.start()
+        run.wait_for_tick()
+        code, text, page = self.check(shop, "--probe")
+        self.assertLess(self.seconds, self.SECONDS_WITH_SITE)
+        self.assertEqual((code, text.splitlines()[-1]), (NOTHING_IN_THE_WAY, IN_ORDER), text)
+        for told in (text, page):
+            self.assertIn(self.WORDS_AT_LOGIN, told)
+            self.assertNotIn(server.password, told)
+        self.assertIn(("RNTO", "karvel-check.tmp"), server.commands)
+        self.assertEqual(server.folder.files("支店"), {TABLE: b"old"})
+
+    def test_three_that_do_not_send(self):
+        server = PyftpdServer(self)
+        server.folder.make("支店旧", {})
+        shop = self.site_shop(server, FTP_FOLD="支店")
+        self.expect_trouble(self.check(shop), "target-folder")
+        self.assertNotIn("STOR", [name for name, _ in server.commands])
+
+        told = self.check(self.site_shop(server, FTP_PASS="not-the-word"))
+        self.expect_trouble(told, "login")
+        self.assertNotIn("not-the-word", "".join(map(str, told)))
+
+        shop = self.shop("--receptions", "5")
+        shop.out.rmdir()
+        self.expect_trouble(self.check(shop), "output-folder")
+        self.assertLess(self.seconds, self.SECONDS)
+
+    def test_wrong_use_writes_nothing(self):
+        shop = self.shop()
+        for options in (["--html", shop.name_of(shop.folder / "page.txt")],
+                        ["--html", shop.name_of(shop.own_settings)], ["--folder"], [DAY]):
+            self.assertEqual(self.run_check(shop, *options).returncode, WRONG_USE, options)
