@@ -20,13 +20,12 @@ std::string timeText(std::chrono::milliseconds time) {
 }
 
 std::string words(std::string_view replies) {
-  std::string line = inOneLine(textOfServer(replies));
+  std::string line(trimmed(inOneLine(textOfServer(replies))));
   for (auto gap = line.find("  "); gap != std::string::npos; gap = line.find("  ")) {
     line.replace(gap, 2, " / ");
   }
-  std::string_view text = trimmed(line);
-  while (text.ends_with('.') || text.ends_with('/') || text.ends_with(' ')) text.remove_suffix(1);
-  return text.empty() ? "" : "。サーバーの文: " + std::string(text);
+  if (line.ends_with('.')) line.pop_back();
+  return line.empty() ? "" : "。サーバーの文: " + line;
 }
 
 std::string account(const std::optional<std::string>& bytes) {
@@ -93,7 +92,10 @@ bool findConnection(Shop& shop, Findings& findings) {
     findFailedLogin(shop, login, findings);
     return false;
   }
-  const auto greetingEnd = std::min(login.replies.find("\r\n331 "), login.replies.size());
+  // Not every library keeps the greeting.
+  const bool greeted = login.replies.starts_with("220");
+  const auto greetingEnd =
+      greeted ? std::min(login.replies.find("\r\n331 "), login.replies.size()) : 0;
   const std::string port = std::to_string(internet.account.port);
   findings.good("connect", host + "の" + port + "番に接続できました" +
                                words(login.replies.substr(0, greetingEnd)));
@@ -118,11 +120,12 @@ std::string passiveAddress(const std::string& replies) {
   return {};
 }
 
-void findListing(Shop& shop, Findings& findings) {
+/// True when the first listing has come.
+bool findListing(Shop& shop, Findings& findings) {
   const auto& calls = shop.internet.calls;
   const auto list = std::find_if(calls.begin(), calls.end(),
                                  [](const Call& call) { return call.step == Step::kList; });
-  if (list == calls.end()) return;
+  if (list == calls.end()) return false;
   const std::string passive = passiveAddress(list->replies);
   const auto& own = shop.internet.addresses;
   if (!passive.empty() && std::find(own.begin(), own.end(), passive) == own.end()) {
@@ -134,10 +137,11 @@ void findListing(Shop& shop, Findings& findings) {
   if (list->error != 0) {
     findings.trouble("data-connection", "一覧を取得できません: " + reason(shop, *list),
                      "データ接続を止めているファイアウォールを確かめます。");
-    return;
+    return false;
   }
   findings.good("data-connection",
                 "一覧を取得できました" + timeText(list->time) + words(list->replies));
+  return true;
 }
 
 std::string nameEncoding(const std::vector<std::string>& names) {
@@ -210,16 +214,18 @@ void probe(Shop& shop, SiteSession& session, Findings& findings) {
   for (std::size_t i = before; i < shop.internet.calls.size(); ++i) {
     const Call& call = shop.internet.calls[i];
     const bool failed = call.error != 0;
-    if (call.step == Step::kPut) steps += failed ? " 送信×" : " 送信○";
-    if (call.step == Step::kRename) steps += failed ? " 名前の変更×" : " 名前の変更○";
-    if (call.step == Step::kDelete) steps += failed ? " 削除×" : " 削除○";
+    if (call.step == Step::kList) continue;
+    if (!steps.empty()) steps += "、";
+    if (call.step == Step::kPut) steps += failed ? "送信×" : "送信○";
+    if (call.step == Step::kRename) steps += failed ? "名前の変更×" : "名前の変更○";
+    if (call.step == Step::kDelete) steps += failed ? "削除×" : "削除○";
     deleted = deleted || (call.step == Step::kDelete && !failed);
-    if (call.step != Step::kList) steps += timeText(call.time) + words(call.replies);
+    steps += timeText(call.time) + words(call.replies);
   }
   if (sent && deleted) {
-    findings.good("probe", "試験転送に成功しました:" + steps);
+    findings.good("probe", "試験転送に成功しました: " + steps);
   } else {
-    findings.trouble("probe", "試験転送に失敗しました:" + steps,
+    findings.trouble("probe", "試験転送に失敗しました: " + steps,
                      "サイトで、一覧、書き込み、名前の変更、削除を許可するよう依頼します。");
   }
 }
@@ -237,7 +243,7 @@ void findSite(Shop& shop, Findings& findings) {
       {shop.form, shop.internet, shop.settings, shop.unchanging, shop.log, shop.folder});
   const bool open = session.Ftp_Open();
   if (!findConnection(shop, findings)) return;
-  findListing(shop, findings);
+  if (!findListing(shop, findings)) return;
   const bool there = findFolder(shop, open, findings);
   if (open) findRemoteFiles(shop, findings);
   if (there && shop.probe) probe(shop, session, findings);
