@@ -1,6 +1,7 @@
 """A fresh shop is set up as a person does it, from the first start to the end."""
 
 import shutil
+import time
 
 from screen_case import ScreenTest
 from shop import TABLE
@@ -46,7 +47,7 @@ class SetUp(ScreenTest):
         panel.fill("FtpForm", "出力ﾌｫﾙﾀﾞ", shop.name_of(shop.out))
         panel.press("FtpForm", "60分")
         panel.press("FtpForm", "接続確認")
-        run.wait_for_runs(1)
+        self.wait_for_run(run, 1)
         self.assertEqual(
             [shop.setting(key) for key in ("FTP CHKC", "OUT FOLD", "FTP TYPE", "FTP TIME")],
             ["1", shop.name_of(shop.out), "0", "4"])
@@ -54,8 +55,12 @@ class SetUp(ScreenTest):
 
         (shop.out / TABLE).unlink()
         panel.press("FtpForm", "手動転送", times=2)  # is one run
-        run.wait_for_runs(2)
+        self.wait_for_run(run, 2)
         self.assertIn(TABLE, shop.delivered())
+
+    def wait_for_run(self, run, count):
+        run.wait_for_runs(count)
+        time.sleep(1)  # clicks are discarded until the panel is ready again, a moment later
 
     def watch_resident(self, shop, screen, run):
         screen.wait_for_icon("normal")

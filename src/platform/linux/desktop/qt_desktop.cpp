@@ -115,7 +115,6 @@ QtDesktop::~QtDesktop() {
 }
 
 void QtDesktop::bind(Form& form) {
-  release(form);
   views_[&form] = std::make_unique<QtFormView>(form, nullptr, Qt::NonModal);
 }
 
@@ -130,7 +129,6 @@ void QtDesktop::showModal(Form& dialog, Form& owner) {
     return;
   }
   closeQtPopup();
-  release(dialog);
   const DialogScope open(owner, dialog);
   auto& view = views_[&dialog];
   view = std::make_unique<QtFormView>(dialog, visibleWindow(owner), Qt::ApplicationModal);

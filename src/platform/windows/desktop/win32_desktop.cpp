@@ -74,7 +74,7 @@ void Win32Desktop::discardInput(const Form& form) {
 }
 
 void Win32Desktop::bringToForeground(Form& form) {
-  if (const Win32FormWindow* window = windowOf(form)) SetForegroundWindow(window->handle());
+  SetForegroundWindow(windowOf(form)->handle());
 }
 
 void Win32Desktop::messageBox(Form& owner, const std::string& title, const std::string& text) {
@@ -93,7 +93,6 @@ std::string Win32Desktop::browseForFolder(Form& owner, const std::string& title,
 void Win32Desktop::addTrayIcon(Form& owner, TrayImage image, const std::string& tip,
                                std::function<void()> onRightButtonUp) {
   trayOwner_ = windowOf(owner);
-  if (trayOwner_ == nullptr) return;
   trayOwner_->setImage(image);
   const auto answer = [this, handler = std::move(onRightButtonUp)] {
     // A message box on the screen wants its answer first.
@@ -115,12 +114,11 @@ void Win32Desktop::removeTrayIcon() {
 }
 
 void Win32Desktop::popupMenu(Form& owner, const std::vector<MenuItem*>& items) {
-  const Win32FormWindow* window = windowOf(owner);
-  if (window == nullptr || !canAsk(owner)) return;
+  if (!canAsk(owner)) return;
   const MenuItem* chosen = nullptr;
   {
     const ModalScope modal(*this);
-    chosen = chooseFromMenu(window->handle(), items);
+    chosen = chooseFromMenu(windowOf(owner)->handle(), items);
   }
   if (chosen != nullptr && !quitting_) chosen->choose(owner);
 }
@@ -200,9 +198,8 @@ Win32FormWindow* Win32Desktop::windowAt(HWND handle) const {
 }
 
 HWND Win32Desktop::visibleWindow(const Form& form) const {
-  const Win32FormWindow* window = windowOf(form);
-  const bool shown = window != nullptr && IsWindowVisible(window->handle()) != FALSE;
-  return shown ? window->handle() : nullptr;
+  const HWND window = windowOf(form)->handle();
+  return IsWindowVisible(window) != FALSE ? window : nullptr;
 }
 
 }  // namespace karvel

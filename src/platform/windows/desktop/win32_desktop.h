@@ -51,7 +51,7 @@ class Win32Desktop final : public Desktop {
   void discardInput(const Form& form);
   [[nodiscard]] bool canAsk(const Form& owner) const { return !quitting_ && owner.takesInput(); }
 
-  /// The form's window, or nullptr.
+  /// The form's window, or nullptr when it has been released.
   [[nodiscard]] Win32FormWindow* windowOf(const Form& form) const;
   /// The form's window of that handle, or nullptr.
   [[nodiscard]] Win32FormWindow* windowAt(HWND handle) const;
