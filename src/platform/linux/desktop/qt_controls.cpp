@@ -39,7 +39,9 @@ class OptionWidget final : public QtControlWidget {
     button_.setAutoExclusive(false);  // which options exclude each other, the form knows
     QObject::connect(&button_, &QRadioButton::clicked, [this] {
       button_.setChecked(true);  // a click has cleared it when it was selected already
-      tell([](Control& selected) { selected.select(); });
+      tell([](Control& option) {
+        if (!option.selected()) option.select();
+      });
     });
   }
   QWidget& widget() override { return button_; }
