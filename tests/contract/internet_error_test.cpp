@@ -104,22 +104,6 @@ TEST_F(InternetErrors, ServerTextsArriveByteForByte) {
   }
 }
 
-/// However it is done, nobody waits longer than this for a server that is silent.
-TEST_F(InternetErrors, ASilentServerIsGivenUp) {
-  constexpr std::chrono::seconds kLongest{40};
-  setTimeLimits(300);
-  server_.on("PWD", ScriptedFtpServer::kEvery, FtpFault::stall());
-  const Handle session = connect();
-  const auto begin = std::chrono::steady_clock::now();
-  for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(internet_->currentDirectory(session), std::nullopt);
-    EXPECT_EQ(internet_->lastError(), Internet::kErrorTimeout);
-  }
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, kLongest);
-  EXPECT_TRUE(internet_->close(session));
-  EXPECT_EQ(server_.connections(), 1);
-}
-
 TEST_F(InternetErrors, LocalFilesThatCannotBeRead) {
   const Handle session = connect();
   server_.clearTranscript();

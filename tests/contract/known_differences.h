@@ -16,12 +16,10 @@ enum class Difference {
   kGreetingIsNotChecked,
   // Of a reply of several lines it keeps the last one.
   kReplyIsItsLastLine,
-  // It gives the numbers of its own state or of the socket layer when the server is gone, and none
-  // when a folder is empty.
+  // It gives the numbers of its own state or of the socket layer when the server is gone.
   kLostConnectionHasOtherNumbers,
-  kEmptyFolderHasNoNumber,
-  // It closes the connection without a word.
-  kSessionEndsWithoutQuit,
+  // It sends eight commands more in a run that replaces two files.
+  kSendsMoreCommands,
   // It knows no IPv6 address.
   kNoIpv6,
   // It keeps names as UTF-16 and so loses what is no code page 932.

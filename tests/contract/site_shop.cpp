@@ -69,17 +69,11 @@ FtpForm& SiteShop::form() {
   return program_->mainForm();
 }
 
-std::vector<std::string> SiteShop::takeLog() {
-  const auto bytes = ScratchFolder::content(folder_.path(joinPath("Log", "240115.log")));
-  const std::string log = fromCodePage932(bytes.value_or(""));
-  std::vector<std::string> messages;
-  for (auto end = log.find("\r\n", logTaken_); end != std::string::npos;
-       end = log.find("\r\n", logTaken_)) {
-    const std::string line = log.substr(logTaken_, end - logTaken_);
-    messages.push_back(line.substr(line.find('\t') + 1));
-    logTaken_ = end + 2;
-  }
-  return messages;
+std::string SiteShop::takeLog() {
+  const std::string path = folder_.path(joinPath("Log", "240115.log"));
+  const std::string log = fromCodePage932(ScratchFolder::content(path).value_or(""));
+  EXPECT_TRUE(platform_.files->remove(path));
+  return log;
 }
 
 bool SiteShop::isTidy() const {

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "app/program.h"
 #include "contract/make_internet.h"
@@ -45,14 +44,13 @@ class SiteShop {
   void send();
   [[nodiscard]] FtpForm& form();
 
-  /// The run log's messages since the last call.
-  std::vector<std::string> takeLog();
+  /// The run log, which begins anew.
+  std::string takeLog();
   /// Nothing that a run makes is left in the program's folder.
   [[nodiscard]] bool isTidy() const;
 
  private:
   std::unique_ptr<Program> program_;
-  std::size_t logTaken_ = 0;
 };
 
 }  // namespace karvel

@@ -82,38 +82,6 @@ TEST_F(FtpInternetTest, EveryLineEndOfATextIsCrLfOnTheWire) {
   }
 }
 
-TEST_F(FtpInternetTest, WhatEndsASessionIsTheReasonOfEveryLaterCall) {
-  setTimeLimits(kLimit);
-  const struct {
-    const char* command;
-    FtpFault fault;
-    Internet::ErrorNumber error;
-  } cases[] = {
-      {"LIST", FtpFault::dropBefore(), Internet::kErrorConnectionAborted},
-      {"LIST", FtpFault::refuse("421 Idle for too long."), Internet::kErrorExtended},
-      {"LIST", FtpFault::replaceReply("Core dumped"), Internet::kErrorExtended},
-      {"LIST", FtpFault::stall(), Internet::kErrorTimeout},
-      {"PASV", FtpFault::silentPort(), Internet::kErrorTimeout},
-  };
-  server_.tree().addFile("/x", "x");
-  for (const auto& c : cases) {
-    server_.behave();
-    server_.on(c.command, 1, c.fault);
-    const Handle session = connect();
-    ASSERT_NE(session, 0U);
-    EXPECT_EQ(listError(session), c.error) << c.command;
-    const std::string text = internet_->lastResponse().text;
-    sent();
-    EXPECT_EQ(putError(session, "x"), c.error) << c.command;
-    EXPECT_FALSE(internet_->deleteFile(session, "x")) << "no late reply may answer this";
-    EXPECT_EQ(internet_->lastError(), c.error);
-    EXPECT_EQ(internet_->lastResponse().text, text);
-    EXPECT_TRUE(internet_->close(session));
-    EXPECT_EQ(sent(), Names{});
-  }
-  EXPECT_EQ(server_.connections(), std::ssize(cases));
-}
-
 TEST_F(FtpInternetTest, ASessionGoesOnAfterAFailedTransfer) {
   const std::pair<const char*, FtpFault> cases[] = {
       {"PASV", FtpFault::refusedPort()},
