@@ -162,17 +162,5 @@ TEST_F(ProfileContract, SeesWhatOthersHaveWritten) {
   EXPECT_EQ(ScratchFolder::content(path), "[S]\r\nown=3\r\nrequest=3\r\n");
 }
 
-TEST_F(ProfileContract, SurvivesFilesThatAreNoProfileFiles) {
-  std::string binary;
-  for (int i = 0; i < 100'000; ++i) binary.push_back(static_cast<char>(i * 7 + i / 251));
-  const std::string gigantic(20'000'000, 'x');
-  for (const std::string& content : {binary, "\0\0\0\0"s, "[S]\r\nkey="s, std::string(50'000, '['),
-                                     std::string(50'000, '='), "[S]\r\n" + gigantic}) {
-    EXPECT_EQ(valueIn(content, "S", "key"), "");
-  }
-  const std::string line(1'000'000, 'y');
-  EXPECT_EQ(valueIn("[S]\r\n" + line + "\r\nkey=value\r\n", "S", "key"), "value");
-}
-
 }  // namespace
 }  // namespace karvel
