@@ -30,8 +30,6 @@ RECEPTIONS = (
 ).encode(CODE_PAGE)
 FIGURES = "6 1 1 3 1 2 0 0 0 0 0 1 5 13 5"
 NOTHING = "0 " * 14 + "0"
-# Enough for the settings, not for the table.
-FULL_DISK_BYTES = 480
 
 
 def row(desk, name, figures):
@@ -69,12 +67,3 @@ class DeliveryTest(ShopTest):
         self.assertEqual(shop.own_settings.read_bytes(),
                          settings_before.replace(b"FTP INIT=1", b"FTP INIT=0")
                          .replace(b"BACK=0800077", b"BACK=1200345"))
-
-    def test_full_disk(self):
-        # A limit on the size of files stands for the full disk: it needs no mount and no right to
-        # one. It binds in every folder, so the table breaks off where it is made.
-        shop = self.shop("--receptions", "1")
-        (shop.out / TABLE).write_bytes(b"old")
-        shop.send_once(through=("prlimit", f"--fsize={FULL_DISK_BYTES}", "--core=0"))
-        self.assertEqual(shop.delivered()[TABLE], b"old")
-        self.assertEqual(shop.names(), ["Log", "karvel", "karvel.hnb", "karvel.ini", "temp"])

@@ -83,18 +83,4 @@ struct FtpFault {
   }
 };
 
-/// Greetings of servers that speak no FTP, by name.
-inline const std::pair<const char*, FtpFault> kForeignGreetings[] = {
-    {"HTTP", FtpFault::replaceReply("HTTP/1.1 400 Bad Request\r\nConnection: close\r\n\r\n")},
-    {"TLS", FtpFault::replaceReply("\x15\x03\x01\x02\x02\x16\x7F\xFF")},
-    {"SSH", FtpFault::replaceReply("SSH-2.0-OpenSSH")},
-    {"no code", FtpFault::endlessReply("hello\r\n", std::chrono::milliseconds{1})},
-    {"dribbled lines", FtpFault::endlessReply("220-more\r\n", std::chrono::milliseconds{5})},
-    {"a flood of lines", FtpFault::endlessReply("220-more\r\n", std::chrono::milliseconds{0})},
-    {"a line without end",
-     FtpFault::endlessReply("220 so much to say ", std::chrono::milliseconds{0})},
-    {"a flood", FtpFault::endlessReply(std::string(4096, 'x'), std::chrono::milliseconds{0})},
-    {"nothing", FtpFault::stall()},
-};
-
 }  // namespace karvel
