@@ -6,6 +6,7 @@
 #include <map>
 
 #include "fakes/shop_world.h"
+#include "form/keyboard.h"
 #include "text/numeric_value.h"
 #include "text/strings.h"
 #include "ui/grp_form.h"
@@ -230,6 +231,8 @@ class ModelledShop : protected ShopWorld {
          {FtpForm::Command::kCancel, FtpForm::Command::kOk, FtpForm::Command::kGroup}) {
       EXPECT_TRUE(form().Command1[command].enabled());
     }
+    EXPECT_EQ(answeredBy(form(), AnswerKey::kEnter, false, nullptr),
+              &form().Command1[FtpForm::Command::kOk]);
     const bool folder = chosen(Destination::kOutputFolder);
     EXPECT_EQ(form().OutputFolderLabel.enabled(), folder);
     EXPECT_EQ(form().Text1[Field::kOutputFolder].enabled(), folder);

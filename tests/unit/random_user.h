@@ -6,7 +6,6 @@
 #include <deque>
 #include <functional>
 
-#include "form/keyboard.h"
 #include "form/text_entry.h"
 #include "ui/user_form.h"
 #include "unit/modelled_shop.h"
@@ -167,7 +166,7 @@ class RandomUser : private ModelledShop {
   }
 
   void actOnPanel() {
-    switch (below(12)) {
+    switch (below(11)) {
       case 0:
         note("minimises");
         form().setWindowState(WindowState::kMinimized);
@@ -182,23 +181,9 @@ class RandomUser : private ModelledShop {
         note("closes the panel");
         beginClosing();
         return form().close();
-      case 3:
-        return pressKey(anyControl());
       default:
         use(anyControl());
     }
-  }
-  /// Enter, or an arrow key, in a control.
-  void pressKey(Control& focused) {
-    const ControlKind kind = focused.row().kind;
-    const bool button = kind == ControlKind::kButton;
-    Control* answer = answeredBy(form(), AnswerKey::kEnter, false, &focused);
-    EXPECT_EQ(answer, button ? &focused : &form().Command1[Command::kOk]);
-    Control* neighbour = neighbouringOption(form(), focused, below(2) == 0 ? 1 : -1);
-    EXPECT_EQ(neighbour != nullptr, kind == ControlKind::kOptionButton);
-    if (neighbour == nullptr) return use(*answer);
-    EXPECT_STREQ(neighbour->row().name, focused.row().name);
-    use(*neighbour);
   }
   /// As a user can: nothing happens to a control that is hidden or disabled.
   void use(Control& control) {
@@ -251,19 +236,21 @@ class RandomUser : private ModelledShop {
     auto* group = dynamic_cast<GrpForm*>(&dialog);
     auto* account = dynamic_cast<UserForm*>(&dialog);
     const ControlArray& texts = group != nullptr ? group->Text1 : account->Text1;
-    for (const Control* field : texts.all()) {
-      if (group != nullptr && field->row().index == GrpForm::Field::kWebGroup) continue;
-      EXPECT_EQ(field->text(), form().Text1[field->row().index].text()) << "as the panel has it";
-    }
-    if (account != nullptr) {
+    const auto expectAsOnThePanel = [&] {
+      for (const Control* field : texts.all()) {
+        if (group != nullptr && field->row().index == GrpForm::Field::kWebGroup) continue;
+        EXPECT_EQ(field->text(), form().Text1[field->row().index].text());
+      }
+      if (account == nullptr) return;
       EXPECT_EQ(account->chkPassive.value(), form().chkPassive.value());
-    } else {
+    };
+    expectAsOnThePanel();
+    if (group != nullptr) {
       const Control& web = group->Text1[GrpForm::Field::kWebGroup];
       EXPECT_EQ(web.enabled(), userCode_.starts_with('G'));
       EXPECT_EQ(web.text(), web.enabled() || userCode_.empty() ? webGroup_ : "");
     }
-    std::string before;
-    for (const Control* field : form().Text1.all()) before += field->text() + "\t";
+    const std::string before = panelTexts();
     for (int edits = below(6); edits > 0; --edits) {
       Control& field = *texts.all()[static_cast<std::size_t>(below(int(texts.all().size())))];
       const bool site = account != nullptr && field.row().index == Field::kSiteFolder;
@@ -282,14 +269,7 @@ class RandomUser : private ModelledShop {
       note("registers");
       if (group != nullptr) storeGroup(*group);
       dialog.control("Command1", GrpForm::Command::kRegister).click();
-      for (const Control* field : texts.all()) {
-        const int index = field->row().index;
-        if (group != nullptr && index == GrpForm::Field::kWebGroup) continue;
-        EXPECT_EQ(form().Text1[index].text(), field->text());
-      }
-      const int passive =
-          account != nullptr ? account->chkPassive.value() : form().chkPassive.value();
-      EXPECT_EQ(form().chkPassive.value(), passive);
+      expectAsOnThePanel();
     } else {
       note("leaves the dialog");
       switch (below(8)) {
@@ -302,11 +282,14 @@ class RandomUser : private ModelledShop {
         default:
           dialog.control("Command1", GrpForm::Command::kCancel).click();
       }
-      std::string after;
-      for (const Control* field : form().Text1.all()) after += field->text() + "\t";
-      EXPECT_EQ(after, before) << "cancelled";
+      EXPECT_EQ(panelTexts(), before) << "cancelled";
     }
     EXPECT_TRUE(dialog.closed() || closed_);
+  }
+  std::string panelTexts() {
+    std::string texts;
+    for (const Control* field : form().Text1.all()) texts += field->text() + "\t";
+    return texts;
   }
   void endSession() {
     note("the session ends");

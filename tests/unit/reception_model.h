@@ -4,42 +4,24 @@
 #include <cmath>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "text/numeric_value.h"
+#include "text/strings.h"
 
-/// A slow model of a desk's figures, which shares nothing with the program but the numeric value of
-/// a text.
+/// A slow model of a desk's figures, which shares nothing with the program but the numeric value
+/// and the characters of a text.
 namespace karvel::reception_model {
 
 using Strings = std::vector<std::string>;
 
-inline std::string withoutBlanks(const std::string& text) {
-  const auto begin = text.find_first_not_of(' ');
-  return begin == std::string::npos ? ""
-                                    : text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
-}
-
 inline Strings cut(const std::string& text, char separator) {
-  Strings parts(1);
-  for (const char c : text) {
-    if (c == separator) {
-      parts.emplace_back();
-    } else {
-      parts.back() += c;
-    }
-  }
+  Strings parts;
+  std::istringstream rest(text + separator);
+  for (std::string part; std::getline(rest, part, separator);) parts.push_back(part);
   return parts;
-}
-
-inline Strings charactersOf(const std::string& utf8) {
-  Strings characters;
-  for (const char byte : utf8) {
-    if ((static_cast<unsigned char>(byte) & 0xC0) != 0x80) characters.emplace_back();
-    characters.back() += byte;
-  }
-  return characters;
 }
 
 /// Seconds of a time of day of one or two digits each, seconds optional; -1 for any other text.
@@ -71,7 +53,7 @@ inline std::string figuresOf(const std::string& receptions) {
     if (line.ends_with('\r')) line.pop_back();
     Strings fields = cut(line, '\t');
     if (fields.size() != 11) continue;
-    for (std::string& field : fields) field = withoutBlanks(field);
+    for (std::string& field : fields) field = std::string(trimmed(field));
     if (fields[4].empty()) {
       ++unhandled;
       continue;
@@ -86,9 +68,8 @@ inline std::string figuresOf(const std::string& receptions) {
     }
     if (!fields[5].empty()) ++mail;
     if (numericValue(fields[7]) > 0) ++reservations;
-    Strings characters = charactersOf(fields[1]);
-    if (characters.size() == 8) {
-      const double hour = numericValue(characters[0] + characters[1]);
+    if (characterCount(fields[1]) == 8) {
+      const double hour = numericValue(firstCharacters(fields[1], 2));
       const int ends[] = {9, 11, 13, 15, 17, 19, 21, 24};
       const auto end =
           std::find_if(std::begin(ends), std::end(ends), [&](int e) { return hour < e; });
