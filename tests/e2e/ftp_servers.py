@@ -42,26 +42,19 @@ class ServerFolder:
         self.root.chmod(0o755)
 
     def path(self, folder):
-        return os.path.join(os.fsencode(self.root), folder.encode("cp932"))
+        return self.root / os.fsdecode(folder.encode("cp932"))
 
     def make(self, folder, files):
-        os.makedirs(self.path(folder), exist_ok=True)
+        self.path(folder).mkdir(parents=True, exist_ok=True)
         for name, content in files.items():
-            with open(os.path.join(self.path(folder), name.encode()), "wb") as file:
-                file.write(content)
+            (self.path(folder) / name).write_bytes(content)
         if self.owner is not None:
             # vsftpd refuses a login folder that its user may write to.
-            inside = [entry.path for entry in os.scandir(os.fsencode(self.root))]
-            subprocess.run(["chown", "-R", self.owner, *inside], check=True)
+            subprocess.run(["chown", "-R", self.owner, *self.root.iterdir()], check=True)
 
     def files(self, folder):
-        found = {}
-        with os.scandir(self.path(folder)) as entries:
-            for entry in entries:
-                if entry.is_file():
-                    with open(entry.path, "rb") as file:
-                        found[os.fsdecode(entry.name)] = file.read()
-        return found
+        return {path.name: path.read_bytes()
+                for path in self.path(folder).iterdir() if path.is_file()}
 
 
 class BytesDataHandler(DTPHandler):
@@ -148,16 +141,15 @@ class VsftpdServer:
 
     def wait_for_start(self, test):
         deadline = time.monotonic() + START_SECONDS
-        while True:
-            try:
-                with socket.create_connection((HOST, self.port), timeout=5) as control:
-                    test.assertTrue(control.recv(200).startswith(b"220"))
-                    return
-            except OSError:
-                ended = self.process.poll() is not None
-                test.assertFalse(ended, ended and self.process.stdout.read())
-                test.assertLess(time.monotonic(), deadline, "vsftpd does not answer")
-                time.sleep(0.05)
+        while not self.listens():
+            ended = self.process.poll() is not None
+            test.assertFalse(ended, ended and self.process.stdout.read())
+            test.assertLess(time.monotonic(), deadline, "vsftpd does not answer")
+            time.sleep(0.05)
+
+    def listens(self):
+        with socket.socket() as control:
+            return control.connect_ex((HOST, self.port)) == 0
 
     def stop(self):
         self.process.terminate()

@@ -28,28 +28,21 @@ class FtpServersTest(ShopTest):
         self.assertEqual(files, {SHOP_INFO: INFO, TABLE: table})
         # One line end each for the header and two desks.
         self.assertEqual([table.count(end) for end in (b"\r\n", b"\n", b"\r")], [3, 3, 3])
-        rows = [row.split("\t") for row in table.decode(CODE_PAGE).split("\r\n")]
-        self.assertEqual([len(row) for row in rows], [23, 23, 23, 1])
-        self.assertEqual(rows[2][2:7], ["12", "北陸グループ", "00345", "能登表町店", "2"])
+        self.assertIn("\t12\t北陸グループ\t00345\t能登表町店\t2\t", table.decode(CODE_PAGE))
 
-    def check_new_and_existing(self, server, passive):
+    def check_new_and_existing(self, server):
         server.folder.make(FOLDER, {})
-        shop = self.site_shop(server, f"/{FOLDER}/", passive)
-        shop.send_once()
-        self.check_delivered(shop, server.folder.files(FOLDER))
-
-        server.folder.make(FOLDER, {SHOP_INFO: b"old\r\n", TABLE: b"old" * 5000})
-        shop = self.site_shop(server, FOLDER.replace("/", "\\"), passive)
-        shop.send_once()
-        self.check_delivered(shop, server.folder.files(FOLDER))
+        for passive, folder in ((True, f"/{FOLDER}/"), (False, FOLDER.replace("/", "\\"))):
+            shop = self.site_shop(server, folder, passive)
+            shop.send_once()
+            self.check_delivered(shop, server.folder.files(FOLDER))
+            server.folder.make(FOLDER, {SHOP_INFO: b"old\r\n", TABLE: b"old" * 5000})
 
     def test_pyftpdlib(self):
-        for passive in (True, False):
-            self.check_new_and_existing(PyftpdServer(self), passive)
+        self.check_new_and_existing(PyftpdServer(self))
 
     def test_vsftpd(self):
-        for passive in (True, False):
-            self.check_new_and_existing(VsftpdServer(self), passive)
+        self.check_new_and_existing(VsftpdServer(self))
 
     def test_a_wrong_password_is_shown_nowhere(self):
         server = PyftpdServer(self)

@@ -19,7 +19,8 @@ TABLE = f"{SHOP_CODE}_{DAY}.txt"
 SHOP_INFO = "1200345.inf"
 
 # File permissions do not bind a super user, so the program runs as somebody else then.
-ORDINARY_USER = 65534 if os.geteuid() == 0 else None
+NOBODY = 65534
+USER = {"user": NOBODY, "group": NOBODY, "extra_groups": []} if os.geteuid() == 0 else {}
 
 START_SECONDS = 90
 END_SECONDS = 120
@@ -36,7 +37,7 @@ class Shop:
     def __init__(self, test, *options):
         self.test = test
         self.base = Path(tempfile.mkdtemp(prefix="karvel-e2e-"))
-        test.addCleanup(self.remove)
+        test.addCleanup(shutil.rmtree, self.base)
         self.base.chmod(0o755)
         self.folder = self.base / "shop"
         self.out = self.base / "out"
@@ -50,11 +51,6 @@ class Shop:
         # By another process: a descriptor for writing that a fork of this one inherits would keep
         # the copy from being started.
         subprocess.run(["cp", program, self.folder], check=True)
-
-    def remove(self):
-        for folder, _, _ in os.walk(self.base):
-            os.chmod(folder, 0o755)
-        shutil.rmtree(self.base)
 
     @property
     def own_settings(self):
@@ -116,14 +112,15 @@ class Shop:
     def start(self, *arguments, through=(), screen=None):
         """Starts the program; `through` is a command that starts it in its turn."""
         self.home.mkdir(mode=0o700, exist_ok=True)
-        ordinary = {}
-        if ORDINARY_USER is not None:
-            subprocess.run(["chown", "-R", f"{ORDINARY_USER}:{ORDINARY_USER}", self.base],
-                           check=True)
-            ordinary = {"user": ORDINARY_USER, "group": ORDINARY_USER, "extra_groups": []}
         homes = {"HOME": str(self.home), "XDG_RUNTIME_DIR": str(self.home)}
         return Run(self, [*through, self.folder / "karvel", *arguments],
-                   environment_on(screen) | homes, **ordinary)
+                   environment_on(screen) | homes, **self.hand_over())
+
+    def hand_over(self):
+        """Gives the folders to the user that programs run as; how to start one so."""
+        if USER:
+            subprocess.run(["chown", "-R", f"{NOBODY}:{NOBODY}", self.base], check=True)
+        return USER
 
     def send_once(self, **how):
         """A whole life of the program: start, send on request, end in order."""
@@ -174,10 +171,10 @@ class Run:
         self.request("FTP EXIT", 1)
         self.expect_end()
 
-    def wait_for_tick(self):
+    def wait_for_tick(self, request=1):
         """Waits until a tick has answered a settings request."""
         self.wait_for_start()
-        self.request("FTP INIT", 1)
+        self.request("FTP INIT", request)
         self.wait_until(lambda: self.shop.setting("FTP INIT") == "0", "settings request answered")
 
     def wait_for_runs(self, count):

@@ -9,10 +9,11 @@ NO_TICKET_APPLICATION = "集計管理: 発券システムの情報が見つか�
 
 
 class StartUpTest(ShopTest):
-    def test_a_second_instance_leaves_the_first_alone(self):
+    def test_a_resident_stays_whatever_is_asked_of_it_or_started_beside_it(self):
         shop = self.shop("--receptions", "10")
         first = shop.start()
-        first.wait_for_tick()
+        first.wait_for_tick(request=2)
+        first.wait_for_tick(request=1)
         (shop.folder / "work.txt").write_text("of the first")
         shop.start().expect_end(seconds=10)
         self.assertTrue(first.running())
@@ -37,16 +38,6 @@ class StartUpTest(ShopTest):
             with self.subTest(argument):
                 shop.start(argument).expect_end(status=1, error=NO_DISPLAY, seconds=10)
         self.assertEqual(shop.own_settings.read_bytes(), before)
-
-    def test_a_settings_request_leaves_it_resident_without_a_display(self):
-        shop = self.shop("--receptions", "1")
-        run = shop.start()
-        run.wait_for_start()
-        run.request("FTP INIT", 2)
-        run.wait_until(lambda: shop.setting("FTP INIT") == "0", "request answered")
-        run.wait_for_tick()
-        run.send_and_end()
-        self.assertIn(TABLE, shop.delivered())
 
     def test_signals_end_it_in_order(self):
         shop = self.shop("--receptions", "1")

@@ -11,7 +11,7 @@ for tool in ("KARVEL_PROGRAM", "KARVEL_SAMPLE_SHOP"):
     if not Path(os.environ[tool]).is_file():
         sys.exit(f"{os.environ[tool]} is missing: build karvel and sample_shop for Linux first")
 
-from windows_shop import WindowsShop, windows_path  # noqa: E402
+from windows_shop import WindowsShop  # noqa: E402
 from ftp_servers import HOST, PyftpdServer  # noqa: E402; found by windows_shop
 from shop import CODE_PAGE, SHOP_INFO, TABLE, Shop  # noqa: E402
 
@@ -42,7 +42,7 @@ def names(shop):
     return [name for name in shop.names() if name not in ("karvel", "karvel.exe")]
 
 
-class TwinTest(unittest.TestCase):
+class SendRunTest(unittest.TestCase):
     maxDiff = None
 
     def check_same(self, linux, windows):
@@ -51,8 +51,6 @@ class TwinTest(unittest.TestCase):
         self.assertEqual(names(windows), names(linux))
         self.assertEqual(without_stamps(windows.delivered()), without_stamps(linux.delivered()))
 
-
-class SendRunTest(TwinTest):
     def test_a_run_into_a_folder(self):
         shops = [kind(self, "--receptions", "400", "--seed", "7") for kind in (Shop, WindowsShop)]
         for shop in shops:
@@ -81,27 +79,6 @@ class SendRunTest(TwinTest):
         self.assertEqual(files[1], files[0])
         for name in (TABLE, SHOP_INFO):
             self.assertGreater(len(files[0][name]), len("old"))
-
-
-class StartUpTest(TwinTest):
-    def test_the_first_start_creates_the_settings_and_ends(self):
-        shops = [kind(self) for kind in (Shop, WindowsShop)]
-        for shop in shops:
-            shop.own_settings.unlink()
-            shop.start().expect_end()
-        self.check_same(*shops)
-        self.assertEqual(shops[1].setting("HST FOLD"), windows_path(shops[1].folder))
-
-    def test_a_second_instance_leaves_the_first_alone(self):
-        shop = WindowsShop(self)
-        first = shop.start()
-        first.wait_for_start()
-        work_file = shop.folder / "work.txt"
-        work_file.write_text("of the first")
-        shop.start("-init").expect_end()
-        self.assertTrue(work_file.exists())
-        first.request("FTP EXIT", 1)
-        first.expect_end()
 
 
 if __name__ == "__main__":
