@@ -7,7 +7,7 @@ import time
 from pathlib import Path
 
 from ftp_servers import HOST, PyftpdServer
-from shop import DAY, ORDINARY_USER, TABLE, ShopTest, environment_on
+from shop import DAY, TABLE, ShopTest, environment_on
 
 CHECK = Path(os.environ["KARVEL_CHECK"])
 IN_ORDER = "この店舗の転送を妨げるものは見つかりませんでした。"
@@ -22,15 +22,12 @@ class CheckTest(ShopTest):
     def run_check(self, shop, *options):
         """Beside the program, and as its user: the lock is the user's."""
         subprocess.run(["cp", CHECK, shop.folder], check=True)
-        ordinary = {}
-        if ORDINARY_USER is not None and not self.THROUGH:
-            subprocess.run(["chown", "-R", f"{ORDINARY_USER}:{ORDINARY_USER}", shop.base], check=True)
-            ordinary = {"user": ORDINARY_USER, "group": ORDINARY_USER, "extra_groups": []}
+        user = {} if self.THROUGH else shop.hand_over()
         before = self.state(shop)
         began = time.monotonic()
         run = subprocess.run([*self.THROUGH, shop.folder / CHECK.name, *options], cwd="/",
                              env=environment_on(None), capture_output=True,
-                             stdin=subprocess.DEVNULL, **ordinary)
+                             stdin=subprocess.DEVNULL, **user)
         self.seconds = time.monotonic() - began
         self.assertEqual(self.state(shop), before)
         return run
