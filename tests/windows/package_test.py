@@ -144,6 +144,13 @@ class SetupTest(unittest.TestCase):
     def menu(self):
         return (machine.user_folder / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs" / PRODUCT)
 
+    def hold(self, file):
+        """Something keeps the file open for writing until the test's end."""
+        size = file.stat().st_size
+        holder = machine.start_holding(file, self.base)
+        self.addCleanup(holder.communicate, timeout=60)
+        machine.wait_until(lambda: file.stat().st_size > size, "file held")
+
     def start_resident(self, **changes):
         settings = RESIDENT_SETTINGS.format(folder=windows_path(self.folder),
                                             out=windows_path(self.out))
@@ -171,6 +178,7 @@ class SetupTest(unittest.TestCase):
             subprocess.run(["osslsigncode", "verify", "-CAfile", certificate, program], check=True,
                            stdout=subprocess.DEVNULL)
         self.uninstall()
+        self.assertFalse(self.folder.exists())
 
     def test_a_first_installation(self):
         self.assertEqual(self.set_up(), DONE)
@@ -197,6 +205,15 @@ class SetupTest(unittest.TestCase):
         self.write("karvel.ini", TICKET_SETTINGS)
         self.assertEqual(machine.run(self.folder / "karvel.exe"), 0)
         self.assertIn(f"HST FOLD={folder}\r\n", self.settings)
+        self.assertIn("GRUP NAME=るりはなリンク\r\n", self.settings)
+
+        # The start menu opens the settings whether the program runs or not.
+        self.start_resident()
+        for _ in range(2):
+            self.assertEqual(machine.run(self.folder / "karvel-settings.exe"), 0)
+            machine.wait_until(machine.windows, "the panel")
+            machine.run("taskkill", "/f", "/im", "karvel.exe")
+            machine.wait_for_no_window()
 
         self.uninstall()
         self.assertEqual(set(content_of(self.folder)), {"karvel.hnb", "karvel.ini"})
@@ -256,15 +273,6 @@ class SetupTest(unittest.TestCase):
     def ask_for(self, request, value):
         self.write("karvel.hnb", re.sub(f"FTP {request}=.", f"FTP {request}={value}", self.settings))
 
-    def test_the_start_menu_opens_the_settings_whether_the_program_runs_or_not(self):
-        self.assertEqual(self.set_up(), DONE)
-        self.start_resident()
-        for _ in range(2):
-            self.assertEqual(machine.run(self.folder / "karvel-settings.exe"), 0)
-            machine.wait_until(machine.windows, "the panel")
-            machine.run("taskkill", "/f", "/im", "karvel.exe")
-            machine.wait_for_no_window()
-
     def test_the_uninstaller_removes_settings_and_logs_when_told_to(self):
         self.assertEqual(self.set_up(), DONE)
         self.write("karvel.hnb", "[FTP INFOMATION]\r\n")
@@ -286,10 +294,8 @@ class SetupTest(unittest.TestCase):
     def test_a_program_that_does_not_end_is_left_alone(self):
         self.assertEqual(self.set_up(), DONE)
         # Whoever has the file open for writing keeps it from being replaced, too.
-        holder = machine.start_holding(self.folder / "karvel.exe", self.base)
-        self.addCleanup(holder.communicate, timeout=60)
         held = self.folder / "karvel.exe"
-        machine.wait_until(lambda: held.stat().st_size > PROGRAM.stat().st_size, "file held")
+        self.hold(held)
         before = held.read_bytes()
         self.assertEqual(self.set_up("/STOPWAIT=1"), STILL_RUNNING)
         self.assertFalse((self.folder / "karvel.hnb").exists())
@@ -300,11 +306,7 @@ class SetupTest(unittest.TestCase):
 
     def test_an_upgrade_that_cannot_replace_a_file_fails_and_the_program_runs_on(self):
         self.assertEqual(self.set_up(), DONE)
-        page = self.folder / "karvel-manual" / "manual.ja.html"
-        holder = machine.start_holding(page, self.base)
-        self.addCleanup(holder.communicate, timeout=60)
-        size = page.stat().st_size
-        machine.wait_until(lambda: page.stat().st_size > size, "file held")
+        self.hold(self.folder / "karvel-manual" / "manual.ja.html")
         self.start_resident()
         self.assertEqual(self.set_up(), REFUSED)
         machine.wait_until(lambda: "FTP EXIT=0" in self.settings, "started again")
@@ -314,20 +316,12 @@ class SetupTest(unittest.TestCase):
         self.assertEqual(self.set_up(), REFUSED)
         self.assertEqual(content_of(self.folder), {"memo.txt": "大事なメモ".encode(CODE_PAGE)})
         self.write("karvel.ini", TICKET_SETTINGS)
-        self.assertEqual(self.set_up(), DONE)
+        # The start with Windows stays as chosen.
+        for switches, starts in ((["/AUTOSTART=0"], False), ([], False),
+                                 (["/AUTOSTART=1"], True), ([], True)):
+            self.assertEqual(self.set_up(*switches), DONE)
+            self.assertEqual("karvel" in machine.registry_values(RUN_KEY), starts, switches)
         self.uninstall()
-
-    def test_the_start_with_windows_stays_as_chosen(self):
-        self.assertEqual(self.set_up("/AUTOSTART=0"), DONE)
-        self.assertNotIn("karvel", machine.registry_values(RUN_KEY))
-        self.assertEqual(self.set_up(), DONE)
-        self.assertNotIn("karvel", machine.registry_values(RUN_KEY))
-        self.assertEqual(self.set_up("/AUTOSTART=1"), DONE)
-        self.assertIn("karvel", machine.registry_values(RUN_KEY))
-        self.assertEqual(self.set_up(), DONE)
-        self.assertIn("karvel", machine.registry_values(RUN_KEY))
-        self.uninstall()
-        self.assertFalse(self.folder.exists())
 
 
 if __name__ == "__main__":
