@@ -4,7 +4,6 @@
 #include <stdexcept>
 
 #include "contract/ports.h"
-#include "fakes/fake_clock.h"
 #include "fakes/fake_instance.h"
 #include "shop_folder.h"
 #include "text/code_page.h"
@@ -24,9 +23,9 @@ Made& put(std::unique_ptr<Port>& place, std::unique_ptr<Made> made) {
 }  // namespace
 
 SiteShop::SiteShop(ScriptedFtpServer& server)
-    : desktop(put(platform_.desktop, std::make_unique<FakeDesktop>())) {
+    : clock(put(platform_.clock, std::make_unique<FakeClock>())),
+      desktop(put(platform_.desktop, std::make_unique<FakeDesktop>())) {
   platform_.programFolder = folder_.path();
-  platform_.clock = std::make_unique<FakeClock>();
   platform_.internet = makeInternet(longestLimit);
   platform_.files = makeFiles();
   platform_.profile = makeProfile();

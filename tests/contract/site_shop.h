@@ -7,6 +7,7 @@
 #include "app/program.h"
 #include "contract/make_internet.h"
 #include "contract/scratch_folder.h"
+#include "fakes/fake_clock.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/scripted_ftp_server.h"
 
@@ -29,6 +30,7 @@ class SiteShop {
   /// The user's own site is the server, its account the shop's.
   explicit SiteShop(ScriptedFtpServer& server);
 
+  FakeClock& clock;
   /// Of the internet library's time limits, in milliseconds, in the runs from now on.
   std::uint32_t longestLimit = kNoLimit;
   FakeDesktop& desktop;

@@ -79,21 +79,32 @@ class PyftpdServer:
     user = "shop"
     password = "se cret%2F@:"
 
-    def __init__(self, test):
+    def __init__(self, test, connections=0):
+        """Serves as many clients at a time as it is asked to serve, or all."""
         self.folder = ServerFolder(test)
+        self.connections = connections
         authorizer = self.authorizer = DummyAuthorizer()
         authorizer.add_user(self.user, self.password, str(self.folder.root), perm="elradfmwMT")
         self.commands = []
         # A class of its own: what is set on a handler class holds for all its servers.
-        handler = type("Handler", (BytesHandler,), {
+        self.handler = type("Handler", (BytesHandler,), {
             "authorizer": authorizer, "banner": "ready", "auth_failed_timeout": 0,
             "pre_process_command": self.recorded(BytesHandler.pre_process_command)})
-        self.server = FTPServer((HOST, free_port()), handler, ioloop=IOLoop())
-        self.port = self.server.address[1]
+        self.port = free_port()
+        self.start()
+        test.addCleanup(self.stop)
+
+    def start(self):
+        self.server = FTPServer((HOST, self.port), self.handler, ioloop=IOLoop())
+        self.server.max_cons = self.connections
         self.stopping = False
         self.thread = threading.Thread(target=self.serve)
         self.thread.start()
-        test.addCleanup(self.stop)
+
+    def restart(self):
+        """Drops all its clients on the way."""
+        self.stop()
+        self.start()
 
     def recorded(self, process):
         def pre_process_command(handler, line, cmd, arg):

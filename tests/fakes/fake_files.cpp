@@ -22,6 +22,7 @@ std::optional<std::string> FakeFiles::contentOf(const std::string& path) const {
 }
 
 bool FakeFiles::readPieces(const std::string& path, const Consumer& consumer) {
+  if (fails()) return false;
   const auto content = contentOf(path);
   if (content) consumer(*content);
   return content.has_value();
@@ -35,21 +36,21 @@ bool FakeFiles::canWrite(const std::string& path) const {
 }
 
 bool FakeFiles::write(const std::string& path, std::string_view content) {
-  if (!canWrite(path)) return false;
+  if (fails() || !canWrite(path)) return false;
   files[path].content = content;
   written.push_back(path);
   return true;
 }
 
 bool FakeFiles::append(const std::string& path, std::string_view content) {
-  if (!canWrite(path)) return false;
+  if (fails() || !canWrite(path)) return false;
   files[path].content += content;
   return true;
 }
 
 bool FakeFiles::remove(const std::string& path) {
   const auto found = files.find(path);
-  if (found == files.end() || found->second.readOnly) return false;
+  if (fails() || found == files.end() || found->second.readOnly) return false;
   files.erase(found);
   return true;
 }
@@ -68,7 +69,7 @@ bool FakeFiles::copy(const std::string& source, const std::string& target) {
 }
 
 bool FakeFiles::rename(const std::string& from, const std::string& to) {
-  return copy(from, to) && remove(from);
+  return copy(from, to) && files.erase(from) == 1;
 }
 
 std::optional<std::uint32_t> FakeFiles::attributes(const std::string& path) {
@@ -80,7 +81,7 @@ std::optional<std::uint32_t> FakeFiles::attributes(const std::string& path) {
 
 bool FakeFiles::setAttributes(const std::string& path, std::uint32_t attributes) {
   const auto found = files.find(path);
-  if (found == files.end()) return false;
+  if (fails() || found == files.end()) return false;
   found->second.readOnly = (attributes & kReadOnly) != 0;
   return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -20,6 +21,7 @@ class FakeFiles final : public Files {
   std::set<std::string> folders;
   std::set<std::string> unwritable;  ///< paths that refuse to be written
   std::vector<std::string> written;  ///< paths in the order of their writing
+  std::function<bool()> fault;       ///< asked before each call that can fail; true makes it fail
 
   [[nodiscard]] std::optional<std::string> contentOf(const std::string& path) const;
 
@@ -35,6 +37,7 @@ class FakeFiles final : public Files {
   bool setAttributes(const std::string& path, std::uint32_t attributes) override;
 
  private:
+  [[nodiscard]] bool fails() const { return fault && fault(); }
   [[nodiscard]] bool canWrite(const std::string& path) const;
 };
 

@@ -1,0 +1,147 @@
+"""The real program, killed at random moments of its runs, and many shops at one server."""
+
+import os
+import random
+import threading
+import time
+from concurrent.futures import ThreadPoolExecutor
+
+from delivery_test import INFO
+from ftp_servers import HOST, PyftpdServer
+from shop import CODE_PAGE, SHOP_INFO, TABLE, ShopTest
+
+SECONDS = float(os.environ.get("KARVEL_STRESS_SECONDS", "3"))
+SHOPS = int(os.environ.get("KARVEL_STRESS_SHOPS", "6"))
+LONGEST_LIFE = 1.0  # seconds, of a program that is killed; a whole life takes less on a free machine
+SIDE_BY_SIDE = 6
+REQUESTS = ("FTP EXIT", "FTP INIT")
+FLAGS = ("FTP CHKC", "FTP CHKF", "GRUP BACK")
+
+
+def settings(shop):
+    """Every key and its value, without what a run changes."""
+    lines = shop.own_settings.read_bytes().decode(CODE_PAGE).split("\r\n")
+    return [line for line in lines if not line.startswith(REQUESTS + FLAGS)]
+
+
+class Stress(ShopTest):
+    def run_for(self, seconds, attempt):
+        """Attempts side by side, each in a case of its own, until the time is up; their number."""
+        end = time.monotonic() + seconds
+        counts, problems = [0], []
+
+        def work():
+            while time.monotonic() < end and not problems:
+                case = ShopTest()
+                try:
+                    attempt(case)
+                    counts[0] += 1
+                except Exception as problem:  # of any kind: it ends the campaign
+                    problems.append(problem)
+                finally:
+                    case.doCleanups()
+
+        workers = [threading.Thread(target=work) for _ in range(SIDE_BY_SIDE)]
+        for worker in workers:
+            worker.start()
+        for worker in workers:
+            worker.join()
+        if problems:
+            raise problems[0]
+        self.assertGreater(counts[0], 0)
+        return counts[0]
+
+    def kill_once(self, shop, files, prepare):
+        """`files()` are those at the destination."""
+        prepare()
+        before = settings(shop)
+        run = shop.start()
+        moment = random.uniform(0, LONGEST_LIFE)
+        time.sleep(moment / 2)
+        try:
+            run.request("FTP EXIT", 1)
+        except ValueError:
+            pass  # no such key yet
+        time.sleep(moment / 2)
+        run.stop()
+        what = f"killed after {moment:.3f} s"
+        self.assertEqual(settings(shop), before, what)
+        for name, content in files().items():
+            if name == SHOP_INFO:
+                self.assertIn(content, (b"old", INFO), what)
+            elif name == TABLE:
+                self.assertTrue(content == b"old" or self.is_whole(content), (what, content))
+        self.live_again(shop)
+        there = files()
+        self.assertEqual(set(there), {SHOP_INFO, TABLE}, what)
+        self.assertTrue(self.is_whole(there[TABLE]) and there[SHOP_INFO] == INFO, what)
+        self.assertEqual(shop.names(), ["Log", "karvel", "karvel.hnb", "karvel.ini", "temp"], what)
+        self.assertEqual(settings(shop), before, what)
+
+    def live_again(self, shop):
+        shop.set("FTP INIT", "1")  # what the start resets last
+        shop.send_once()
+
+    def is_whole(self, table):
+        rows = table.decode(CODE_PAGE).split("\r\n")
+        return len(rows) == 4 and rows[-1] == "" and {row.count("\t") for row in rows[:3]} == {22}
+
+    def test_kills_of_runs_into_a_folder(self):
+        def attempt(case):
+            shop = case.shop("--receptions", "60", "--desks", "2")
+
+            def prepare():
+                for name in (TABLE, SHOP_INFO):
+                    (shop.out / name).write_bytes(b"old")
+            self.kill_once(shop, shop.delivered, prepare)
+        print(f"kills, folder: {self.run_for(SECONDS, attempt)}", flush=True)
+
+    def test_kills_of_runs_to_a_site(self):
+        server = PyftpdServer(self)
+        numbers = iter(range(1_000_000))
+
+        def attempt(case):
+            folder = f"in{next(numbers)}"
+            server.folder.make(folder, {TABLE: b"old", SHOP_INFO: b"old"})
+            shop = self.site_shop(server, folder, case)
+            self.kill_once(shop, lambda: server.folder.files(folder), lambda: None)
+        print(f"kills, site: {self.run_for(SECONDS, attempt)}", flush=True)
+
+    def site_shop(self, server, folder, case=None):
+        shop = (case or self).shop(
+            "--destination", "own-site", "--receptions", "60", "--desks", "2", "--host", HOST,
+            "--port", str(server.port), "--user", server.user, "--password", server.password)
+        shop.set("FTP FOLD", folder)
+        return shop
+
+    def test_a_fleet_at_one_server_that_is_restarted(self):
+        server = PyftpdServer(self, connections=max(2, SHOPS // 5))
+        shops = []
+        for number in range(SHOPS):
+            server.folder.make(f"shop{number}", {})
+            shops.append(self.site_shop(server, f"shop{number}"))
+        begin = time.monotonic()
+
+        def send_until_delivered(number):
+            lives = 0
+            while TABLE not in server.folder.files(f"shop{number}"):
+                self.assertLess(lives, 50, "never delivered")
+                time.sleep(lives)
+                self.live_again(shops[number])
+                lives += 1
+            return lives
+
+        with ThreadPoolExecutor(SHOPS) as pool:
+            lives = [pool.submit(send_until_delivered, number) for number in range(SHOPS)]
+            while sum(life.done() for life in lives) < SHOPS // 4:
+                time.sleep(0.05)
+            server.restart()
+            total = sum(life.result() for life in lives)
+        seconds = time.monotonic() - begin
+        print(f"fleet: {SHOPS} shops, {total} lives, the last table after {seconds:.1f} s",
+              flush=True)
+        for number in range(SHOPS):
+            files = server.folder.files(f"shop{number}")
+            self.assertTrue(self.is_whole(files[TABLE]), number)
+            # What a broken run has left under a temporary name waits for the next one.
+            self.assertLessEqual(set(files), {TABLE, SHOP_INFO, SHOP_INFO[:-3] + "xxx"}, number)
