@@ -9,7 +9,8 @@ target_link_libraries(karvel_platform
   PUBLIC karvel_core Qt6::Widgets
   PRIVATE Qt6::DBus Threads::Threads ${XCB_LIBRARY})
 
-target_compile_options(karvel_options INTERFACE -fPIE)
+# A position-independent executable, whose Qt code must be position-independent like a library's.
+target_compile_options(karvel_options INTERFACE -fPIC)
 
 function(karvel_finish_program target)
   target_link_options(${target} PRIVATE -pie -Wl,-z,relro,-z,now)
