@@ -141,8 +141,10 @@ class SetupTest(unittest.TestCase):
     def log(self):
         return b"".join(file.read_bytes() for file in (self.folder / "Log").iterdir())
 
-    def menu(self):
-        return (machine.user_folder / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs" / PRODUCT)
+    def menus(self):
+        """The product's folders in the users' start menus."""
+        programs = "AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
+        return [*machine.prefix.glob(f"drive_c/users/*/{programs}/{PRODUCT}")]
 
     def hold(self, file):
         """Something keeps the file open for writing until the test's end."""
@@ -198,9 +200,10 @@ class SetupTest(unittest.TestCase):
                           entry["UninstallString"]),
                          (PRODUCT, VERSION, folder, f'"{folder}\\karvel-uninstall.exe"'))
         self.assertEqual(machine.registry_values(RUN_KEY)["karvel"], f'"{folder}\\karvel.exe"')
+        (menu,) = self.menus()
         for entry, program in (("接続設定", b"\\karvel-settings.exe\0"),
                                ("診断", b"\\karvel-check.exe\0")):
-            self.assertIn(program, (self.menu() / f"集計管理 {entry}.lnk").read_bytes())
+            self.assertIn(program, (menu / f"集計管理 {entry}.lnk").read_bytes())
 
         self.write("karvel.ini", TICKET_SETTINGS)
         self.assertEqual(machine.run(self.folder / "karvel.exe"), 0)
@@ -217,7 +220,7 @@ class SetupTest(unittest.TestCase):
 
         self.uninstall()
         self.assertEqual(set(content_of(self.folder)), {"karvel.hnb", "karvel.ini"})
-        self.assertFalse(self.menu().exists())
+        self.assertEqual(self.menus(), [])
         self.assertNotIn("karvel", machine.registry_values(RUN_KEY))
 
     def test_an_upgrade_ends_the_running_program_and_keeps_what_is_the_shops(self):

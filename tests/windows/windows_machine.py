@@ -32,13 +32,6 @@ class WindowsMachine(Screen):
         # What the first program starts besides itself keeps that program's output open.
         self.run("wineboot")
 
-    @property
-    def user_folder(self):
-        """The user's folder; everybody's is the other one."""
-        homes = [home for home in (self.prefix / "drive_c" / "users").iterdir()
-                 if home.name != "Public"]
-        return homes[0]
-
     def start(self, program, *arguments):
         return self.spawn(WINE_RUN, program, *arguments)
 
