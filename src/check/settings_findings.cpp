@@ -23,6 +23,10 @@ constexpr std::array kDestinationNames{"指定フォルダ", "ﾕｰｻﾞｰ管
                                        "利用しない"};
 constexpr std::array kIntervalNames{"手動転送のみ", "5分ごと", "15分ごと", "30分ごと", "60分ごと"};
 
+const char* nameOf(FtpForm::Destination::Index destination) {
+  return kDestinationNames.at(static_cast<std::size_t>(destination));
+}
+
 std::size_t occurrences(std::string_view text, std::string_view part) {
   std::size_t count = 0;
   for (auto at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1)) {
@@ -149,7 +153,7 @@ void findShop(Shop& shop, Findings& findings) {
 
 void findDestination(Shop& shop, Findings& findings) {
   const auto destination = shop.form.destination();
-  const std::string name = kDestinationNames.at(destination);
+  const std::string name = nameOf(destination);
   if (destination == Destination::kNone) {
     const bool wanted = numericValue(shop.settings.read(own::kDestination)) ==
                         static_cast<int>(Destination::kServiceSite);
@@ -182,7 +186,7 @@ void findDestination(Shop& shop, Findings& findings) {
 
 std::string meaningOf(const OwnKey& key, Shop& shop) {
   const std::string value = shop.settings.read(key);
-  if (key.name == own::kDestination.name) return kDestinationNames.at(shop.form.destination());
+  if (key.name == own::kDestination.name) return nameOf(shop.form.destination());
   if (key.name == own::kInterval.name) {
     return kIntervalNames.at(static_cast<std::size_t>(SendInterval::of(value).option));
   }
