@@ -110,10 +110,17 @@ class Reader {
 };
 
 constexpr int kFirstYear = 1601;
+constexpr int kLastYear = 9999;
+constexpr int kLastMonth = 12;
+constexpr int kLastDay = 31;
 
 bool exists(const Day& day) {
-  const auto date = std::chrono::year{day.year} / day.month / day.day;
-  return day.year >= kFirstYear && date.ok();
+  // The library's date keeps the lowest bits of a larger number.
+  if (day.year < kFirstYear || day.year > kLastYear || day.month > kLastMonth ||
+      day.day > kLastDay) {
+    return false;
+  }
+  return (std::chrono::year{day.year} / day.month / day.day).ok();
 }
 
 /// Two digits are of 1970 to 2069; three count from 1900.
@@ -132,8 +139,6 @@ std::optional<Day> takeNumericDay(Reader& reader) {
   reader.takeBlanks();
   const auto second = reader.takeNumber(1, 2);
   if (!second) return std::nullopt;
-  constexpr int kLastDay = 31;
-  constexpr int kLastMonth = 12;
   const bool dayFirst = *first > kLastMonth || separator == '.';
   if (!reader.take({&separator, 1})) {
     return dayFirst ? Day{0, *second, *first} : Day{0, *first, *second};
@@ -176,7 +181,6 @@ std::optional<Day> takeEnglishDay(Reader& reader) {
   }
   const auto number = reader.takeNumber(1, 4);
   if (number) {
-    constexpr int kLastDay = 31;
     if (*number == 0 || (*number > kLastDay && *number < kFirstYear)) return std::nullopt;
     day.yearIsWord = *number > kLastDay;
     (day.yearIsWord ? day.year : day.day) = *number;
