@@ -1,7 +1,9 @@
 """The program in the notification area, and what reaches it from outside."""
 
+import os
 import shutil
 import signal
+import subprocess
 
 from screen_case import ScreenTest
 from shop import TABLE
@@ -51,6 +53,25 @@ class Resident(ScreenTest):
             screen.end(tray)
         run.send_and_end()
         self.assertIn(TABLE, shop.delivered())
+
+
+class OnTheBus(ScreenTest):
+    def test_a_late_notification_area_gets_the_icon(self):
+        shop, screen = self.shop("--receptions", "5"), self.screen(with_tray=False)
+
+        def spawn(*command):
+            process = subprocess.Popen(command, env=screen.environment, stdout=subprocess.PIPE,
+                                       text=True, **shop.hand_over())
+            self.addCleanup(process.communicate)
+            self.addCleanup(process.kill)
+            return process.stdout.readline().strip()
+
+        address = spawn("dbus-daemon", "--session", "--nofork", "--print-address")
+        screen.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        run = shop.start(screen=screen)
+        run.wait_for_start()
+        self.assertEqual(spawn(os.environ["KARVEL_TRAY_AREA"]), "registered")
+        run.send_and_end()
 
 
 class End(ScreenTest):
