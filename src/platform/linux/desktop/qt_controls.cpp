@@ -99,7 +99,7 @@ class LabelWidget final : public QtControlWidget {
   void fitText() {
     const bool fits = label_.heightForWidth(label_.width()) <= label_.height();
     label_.setAlignment(Qt::AlignLeft | (fits ? Qt::AlignVCenter : Qt::AlignTop));
-    label_.setToolTip(fits ? QString() : label_.text());
+    label_.setToolTip(fits ? QString() : literalToolTip(label_.text()));
   }
 
   void makeTitle(const QWidget& window) {

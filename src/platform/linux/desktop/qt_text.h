@@ -19,6 +19,12 @@ inline QString literalCaption(const std::string& caption) {
   return toQt(caption).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
+/// A tool tip letter for letter: Qt takes a text with tags for HTML, and a server may have sent it.
+inline QString literalToolTip(const QString& text) {
+  return text.isEmpty() ? text
+                        : QLatin1String("<p>") + text.toHtmlEscaped() + QLatin1String("</p>");
+}
+
 /// A window title letter for letter: Qt takes "[*]" for its mark of unsaved changes, and puts the
 /// program's name in the place of an empty title.
 inline QString literalTitle(const std::string& title) {
