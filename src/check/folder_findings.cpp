@@ -12,7 +12,7 @@ using Field = FtpForm::Field;
 constexpr std::uint64_t kMebibyte = 1024 * 1024;
 constexpr std::uint64_t kScarce = 100 * kMebibyte;
 constexpr std::uint64_t kTooLittle = 5 * kMebibyte;
-constexpr const char* kOwnFile = "karvel.hnb";
+constexpr const char* kUnsavedSettings = "karvel.hnb.unsaved-";
 
 void findRoom(Shop& shop, const std::string& folder, const std::string& what, Findings& findings) {
   const auto bytes = shop.inspection.freeBytes(folder);
@@ -34,9 +34,9 @@ void findStrayFiles(Shop& shop, Findings& findings) {
   std::string leftovers;
   for (const Inspection::Entry& entry : shop.inspection.entries(shop.folder)) {
     const std::string lower = asciiLower(entry.name);
-    if (entry.folder || lower == kOwnFile) continue;
+    if (entry.folder) continue;
     if (lower.ends_with(".txt")) texts += (texts.empty() ? "" : "、") + entry.name;
-    if (lower.starts_with(kOwnFile) || lower.ends_with(".inf")) {
+    if (lower.starts_with(kUnsavedSettings) || lower.ends_with(".inf")) {
       leftovers += (leftovers.empty() ? "" : "、") + entry.name;
     }
   }
