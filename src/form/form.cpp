@@ -48,7 +48,12 @@ void Control::select() {
 }
 
 void Control::click() {
-  if (enabled_) form_.run(onClick);
+  if (!enabled_ || selected_) return;
+  if (row_.kind == ControlKind::kOptionButton) {
+    select();
+  } else {
+    form_.run(onClick);
+  }
 }
 
 void Control::focus() {

@@ -99,7 +99,8 @@ class Control {
   [[nodiscard]] bool selected() const { return selected_; }
   void select();
 
-  /// Button: runs onClick when enabled.
+  /// A user's click on a button or an option button: nothing happens while it is disabled, nor on
+  /// an option that is selected already.
   void click();
 
   /// Text box: it has received the focus; runs onFocus.

@@ -39,9 +39,7 @@ class OptionWidget final : public QtControlWidget {
     button_.setAutoExclusive(false);  // which options exclude each other, the form knows
     QObject::connect(&button_, &QRadioButton::clicked, [this] {
       button_.setChecked(true);  // a click has cleared it when it was selected already
-      tell([](Control& option) {
-        if (!option.selected()) option.select();
-      });
+      tell([](Control& chosen) { chosen.click(); });
     });
   }
   QWidget& widget() override { return button_; }

@@ -286,7 +286,7 @@ bool QtFormWindow::movesWithinOptions(const QKeyEvent& event) {
   if (step == 0 || from == nullptr || from->row().kind == ControlKind::kTextBox) return false;
   if (Control* option = neighbouringOption(*link_.form(), *from, step)) {
     giveFocus(*option);
-    if (!option->selected()) option->select();
+    option->click();
   }
   return true;
 }

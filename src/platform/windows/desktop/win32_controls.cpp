@@ -60,7 +60,7 @@ class OptionButton final : public Button {
 
   void notify(WORD notification) override {
     // An option that receives the focus says that it is clicked, too.
-    if (notification == BN_CLICKED && !control().selected()) control().select();
+    if (notification == BN_CLICKED) control().click();
   }
 
  private:

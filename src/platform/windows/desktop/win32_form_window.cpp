@@ -298,7 +298,7 @@ bool Win32FormWindow::moveWithinOptions(const MSG& message) {
   if (step == 0 || from == nullptr || from->row().kind == ControlKind::kTextBox) return false;
   if (Control* option = neighbouringOption(form_, *from, step)) {
     focus(*option);
-    if (!option->selected()) option->select();
+    option->click();
   }
   return true;
 }
