@@ -5,6 +5,14 @@
 
 namespace karvel {
 
+std::unique_ptr<Timer> UnseenDesktop::createTimer(std::chrono::milliseconds,
+                                                  std::function<void()>) {
+  class StoppedTimer final : public Timer {
+    void setEnabled(bool) override {}
+  };
+  return std::make_unique<StoppedTimer>();
+}
+
 void HeadlessDesktop::messageBox(Form&, const std::string& title, const std::string& text) {
   std::cerr << title << ": " << text << std::endl;
 }

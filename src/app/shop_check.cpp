@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "app/headless_desktop.h"
 #include "app/program.h"
 #include "check/folder_findings.h"
 #include "check/log_findings.h"

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "platform/clock.h"
-#include "platform/desktop.h"
 #include "platform/files.h"
 #include "platform/instance.h"
 #include "platform/profile.h"
@@ -77,33 +76,6 @@ class HastyClock final : public Clock {
 class UnlockedInstance final : public Instance {
  public:
   bool acquire(const std::string&) override { return true; }
-};
-
-/// Shows nothing, and nobody answers.
-class UnseenDesktop final : public Desktop {
- public:
-  bool hasDisplay() const override { return false; }
-  void bind(Form&) override {}
-  void release(Form&) override {}
-  void showModal(Form& dialog, Form&) override { dialog.close(); }
-  void setBusy(Form&, bool) override {}
-  void bringToForeground(Form&) override {}
-  void messageBox(Form&, const std::string&, const std::string&) override {}
-  std::string browseForFolder(Form&, const std::string&, const std::string&) override { return {}; }
-  void addTrayIcon(Form&, TrayImage, const std::string&, std::function<void()>) override {}
-  void changeTrayIcon(TrayImage, const std::string&) override {}
-  void removeTrayIcon() override {}
-  void popupMenu(Form&, const std::vector<MenuItem*>&) override {}
-  std::unique_ptr<Timer> createTimer(std::chrono::milliseconds, std::function<void()>) override {
-    class StoppedTimer final : public Timer {
-      void setEnabled(bool) override {}
-    };
-    return std::make_unique<StoppedTimer>();
-  }
-  void processPendingMessages() override {}
-  void setEndSessionHandler(std::function<void()>) override {}
-  void run() override {}
-  void quit() override {}
 };
 
 }  // namespace karvel
