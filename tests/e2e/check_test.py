@@ -6,7 +6,7 @@ import subprocess
 import time
 from pathlib import Path
 
-from ftp_servers import HOST, PyftpdServer
+from ftp_servers import PyftpdServer
 from shop import DAY, TABLE, ShopTest, environment_on
 
 CHECK = Path(os.environ["KARVEL_CHECK"])
@@ -43,13 +43,8 @@ class CheckTest(ShopTest):
         return {path: (path.stat().st_mtime_ns, hashlib.sha256(path.read_bytes()).digest())
                 for path in [*shop.folder.rglob("*"), *shop.out.rglob("*")] if path.is_file()}
 
-    def site_shop(self, server, **settings):
-        shop = self.shop("--destination", "own-site", "--receptions", "20", "--desks", "1", "--host",
-                         HOST, "--port", str(server.port), "--user", server.user,
-                         "--password", server.password)
-        for key, value in settings.items():
-            shop.set(key.replace("_", " "), value)
-        return shop
+    def site_shop(self, server):
+        return self.shop("--receptions", "20", "--desks", "1", *server.shop_options("支店"))
 
     def expect_trouble(self, told, anchor):
         code, text, page = told
@@ -60,8 +55,8 @@ class CheckTest(ShopTest):
 
     def test_a_shop_in_order(self):
         server = PyftpdServer(self)
-        server.folder.make("支店", {TABLE: b"old"})
-        shop = self.site_shop(server, FTP_FOLD="支店")
+        server.make("支店", {TABLE: b"old"})
+        shop = self.site_shop(server)
         run = shop.start()
         run.wait_for_tick()
         code, text, page = self.check(shop, "--probe")
@@ -71,16 +66,17 @@ class CheckTest(ShopTest):
             self.assertIn(self.WORDS_AT_LOGIN, told)
             self.assertNotIn(server.password, told)
         self.assertIn(("RNTO", "karvel-check.tmp"), server.commands)
-        self.assertEqual(server.folder.files("支店"), {TABLE: b"old"})
+        self.assertEqual(server.files("支店"), {TABLE: b"old"})
 
     def test_three_that_do_not_send(self):
         server = PyftpdServer(self)
-        server.folder.make("支店旧", {})
-        shop = self.site_shop(server, FTP_FOLD="支店")
+        server.make("支店旧", {})
+        shop = self.site_shop(server)
         self.expect_trouble(self.check(shop), "target-folder")
         self.assertNotIn("STOR", [name for name, _ in server.commands])
 
-        told = self.check(self.site_shop(server, FTP_PASS="not-the-word"))
+        shop.set("FTP PASS", "not-the-word")
+        told = self.check(shop)
         self.expect_trouble(told, "login")
         self.assertNotIn("not-the-word", "".join(map(str, told)))
 

@@ -32,14 +32,20 @@ def free_port():
             return port
 
 
-class ServerFolder:
-    """What a server serves. Names are bytes there, as they are on the wire."""
+class Server:
+    """A server and the folder that it serves. Names are bytes there, as they are on the wire."""
 
     def __init__(self, test, owner=None):
+        self.port = free_port()
         self.owner = owner
         self.root = Path(tempfile.mkdtemp(prefix="karvel-ftp-"))
         test.addCleanup(shutil.rmtree, self.root)
         self.root.chmod(0o755)
+
+    def shop_options(self, folder):
+        """Of a sample shop that sends into that folder."""
+        return ("--destination", "own-site", "--host", HOST, "--port", str(self.port), "--user",
+                self.user, "--password", self.password, "--site-folder", folder)
 
     def path(self, folder):
         return self.root / os.fsdecode(folder.encode("cp932"))
@@ -75,22 +81,21 @@ class BytesHandler(FTPHandler):
         super(FTPHandler, self).push(s.encode("utf8", self.unicode_errors))
 
 
-class PyftpdServer:
+class PyftpdServer(Server):
     user = "shop"
     password = "se cret%2F@:"
 
     def __init__(self, test, connections=0):
         """Serves as many clients at a time as it is asked to serve, or all."""
-        self.folder = ServerFolder(test)
+        super().__init__(test)
         self.connections = connections
-        authorizer = self.authorizer = DummyAuthorizer()
-        authorizer.add_user(self.user, self.password, str(self.folder.root), perm="elradfmwMT")
+        authorizer = DummyAuthorizer()
+        authorizer.add_user(self.user, self.password, str(self.root), perm="elradfmwMT")
         self.commands = []
         # A class of its own: what is set on a handler class holds for all its servers.
         self.handler = type("Handler", (BytesHandler,), {
             "authorizer": authorizer, "banner": "ready", "auth_failed_timeout": 0,
             "pre_process_command": self.recorded(BytesHandler.pre_process_command)})
-        self.port = free_port()
         self.start()
         test.addCleanup(self.stop)
 
@@ -122,31 +127,28 @@ class PyftpdServer:
         self.thread.join()
 
 
-class VsftpdServer:
+class VsftpdServer(Server):
     """Needs a super user. Its anonymous user may do what a shop's account may, with any password."""
 
     user = "anonymous"
     password = "shop-password"
 
     def __init__(self, test):
-        self.folder = ServerFolder(test, VSFTPD_USER)
-        self.port = free_port()
-        private = Path(tempfile.mkdtemp(prefix="karvel-vsftpd-"))
-        test.addCleanup(shutil.rmtree, private)
-        (private / "empty").mkdir(mode=0o755)
-        settings = private / "vsftpd.conf"
-        settings.write_text("".join(f"{key}={value}\n" for key, value in {
+        super().__init__(test, VSFTPD_USER)
+        empty = tempfile.mkdtemp(prefix="karvel-vsftpd-")
+        test.addCleanup(shutil.rmtree, empty)
+        settings = {
             "listen": "YES", "listen_address": HOST, "listen_port": self.port, "background": "NO",
             "anonymous_enable": "YES", "local_enable": "NO", "ftp_username": VSFTPD_USER,
-            "anon_root": self.folder.root,
+            "anon_root": self.root, "anon_world_readable_only": "NO", "anon_umask": "022",
             "write_enable": "YES", "anon_upload_enable": "YES", "anon_mkdir_write_enable": "YES",
-            "anon_other_write_enable": "YES", "anon_world_readable_only": "NO",
-            "anon_umask": "022", "ascii_upload_enable": "NO",
-            "secure_chroot_dir": private / "empty", "nopriv_user": "nobody",
+            "anon_other_write_enable": "YES", "ascii_upload_enable": "NO",
+            "secure_chroot_dir": empty, "nopriv_user": "nobody",
             "seccomp_sandbox": "NO", "xferlog_enable": "NO", "connect_from_port_20": "NO",
-        }.items()))
-        self.process = subprocess.Popen([os.environ["KARVEL_VSFTPD"], settings], stdin=subprocess.DEVNULL,
-                                        stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        }
+        self.process = subprocess.Popen(
+            [os.environ["KARVEL_VSFTPD"], *(f"-o{key}={value}" for key, value in settings.items())],
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         test.addCleanup(self.stop)
         self.wait_for_start(test)
 

@@ -1,7 +1,7 @@
 """Whole send runs by the real program to real FTP servers."""
 
 from delivery_test import INFO, LOG_OF_A_RUN
-from ftp_servers import HOST, PyftpdServer, VsftpdServer
+from ftp_servers import PyftpdServer, VsftpdServer
 from shop import CODE_PAGE, SHOP_INFO, TABLE, ShopTest
 
 SENT_FILE = ["HS-FTP:RenameFile", "HS-FTP:PutFile OK"]
@@ -13,11 +13,9 @@ FOLDER = "支店/表ソ能"
 
 
 class FtpServersTest(ShopTest):
-    def site_shop(self, server, folder, passive):
-        shop = self.shop("--destination", "own-site", "--receptions", "60", "--desks", "2",
-                         "--host", HOST, "--port", str(server.port), "--user", server.user,
-                         "--password", server.password, "--passive", str(int(passive)))
-        shop.set("FTP FOLD", folder)
+    def site_shop(self, server, folder, passive=True):
+        shop = self.shop("--receptions", "60", "--desks", "2", "--passive", str(int(passive)),
+                         *server.shop_options(folder))
         shop.set("FTP CHKF", NOT_REACHED_YET)
         return shop
 
@@ -31,12 +29,12 @@ class FtpServersTest(ShopTest):
         self.assertIn("\t12\t北陸グループ\t00345\t能登表町店\t2\t", table.decode(CODE_PAGE))
 
     def check_new_and_existing(self, server):
-        server.folder.make(FOLDER, {})
+        server.make(FOLDER, {})
         for passive, folder in ((True, f"/{FOLDER}/"), (False, FOLDER.replace("/", "\\"))):
             shop = self.site_shop(server, folder, passive)
             shop.send_once()
-            self.check_delivered(shop, server.folder.files(FOLDER))
-            server.folder.make(FOLDER, {SHOP_INFO: b"old\r\n", TABLE: b"old" * 5000})
+            self.check_delivered(shop, server.files(FOLDER))
+            server.make(FOLDER, {SHOP_INFO: b"old\r\n", TABLE: b"old" * 5000})
 
     def test_pyftpdlib(self):
         self.check_new_and_existing(PyftpdServer(self))
@@ -46,13 +44,13 @@ class FtpServersTest(ShopTest):
 
     def test_a_wrong_password_is_shown_nowhere(self):
         server = PyftpdServer(self)
-        shop = self.site_shop(server, "", passive=True)
+        shop = self.site_shop(server, "")
         shop.set("FTP PASS", "not-the-word")
         shop.send_once()
         self.assertEqual(shop.log_messages(), [LOG_OF_A_RUN[0], LOG_OF_A_RUN[-1]])
         self.assertEqual(shop.setting("FTP CHKF"), NOT_REACHED_YET)
         self.assertEqual([name for name, _ in server.commands], ["USER", "PASS"])
-        self.assertEqual(server.folder.files(""), {})
+        self.assertEqual(server.files(""), {})
         for path in shop.folder.rglob("*"):
             if path.is_file() and path.name not in ("karvel", "karvel.hnb"):
                 self.assertNotIn(b"not-the-word", path.read_bytes(), path)

@@ -1,59 +1,50 @@
 """The real program, killed at random moments of its runs, and many shops at one server."""
 
+import itertools
 import os
 import random
-import threading
 import time
 from concurrent.futures import ThreadPoolExecutor
 
 from delivery_test import INFO
-from ftp_servers import HOST, PyftpdServer
+from ftp_servers import PyftpdServer
 from shop import CODE_PAGE, SHOP_INFO, TABLE, ShopTest
 
 SECONDS = float(os.environ.get("KARVEL_STRESS_SECONDS", "3"))
 SHOPS = int(os.environ.get("KARVEL_STRESS_SHOPS", "6"))
 LONGEST_LIFE = 1.0  # seconds, of a program that is killed; a whole life takes less on a free machine
 SIDE_BY_SIDE = 6
-REQUESTS = ("FTP EXIT", "FTP INIT")
-FLAGS = ("FTP CHKC", "FTP CHKF", "GRUP BACK")
+SMALL_SHOP = ("--receptions", "60", "--desks", "2")
+OLD_FILES = {TABLE: b"old", SHOP_INFO: b"old"}
+CHANGED_BY_A_RUN = ("FTP EXIT", "FTP INIT", "FTP CHKC", "FTP CHKF", "GRUP BACK")
 
 
 def settings(shop):
-    """Every key and its value, without what a run changes."""
     lines = shop.own_settings.read_bytes().decode(CODE_PAGE).split("\r\n")
-    return [line for line in lines if not line.startswith(REQUESTS + FLAGS)]
+    return [line for line in lines if not line.startswith(CHANGED_BY_A_RUN)]
 
 
 class Stress(ShopTest):
     def run_for(self, seconds, attempt):
         """Attempts side by side, each in a case of its own, until the time is up; their number."""
         end = time.monotonic() + seconds
-        counts, problems = [0], []
 
-        def work():
-            while time.monotonic() < end and not problems:
+        def work(_):
+            count = 0
+            while time.monotonic() < end:
                 case = ShopTest()
                 try:
                     attempt(case)
-                    counts[0] += 1
-                except Exception as problem:  # of any kind: it ends the campaign
-                    problems.append(problem)
                 finally:
                     case.doCleanups()
+                count += 1
+            return count
 
-        workers = [threading.Thread(target=work) for _ in range(SIDE_BY_SIDE)]
-        for worker in workers:
-            worker.start()
-        for worker in workers:
-            worker.join()
-        if problems:
-            raise problems[0]
-        self.assertGreater(counts[0], 0)
-        return counts[0]
+        with ThreadPoolExecutor(SIDE_BY_SIDE) as pool:
+            return sum(pool.map(work, range(SIDE_BY_SIDE)))
 
-    def kill_once(self, shop, files, prepare):
+    def kill_once(self, shop, files):
         """`files()` are those at the destination."""
-        prepare()
         before = settings(shop)
         run = shop.start()
         moment = random.uniform(0, LONGEST_LIFE)
@@ -88,43 +79,35 @@ class Stress(ShopTest):
 
     def test_kills_of_runs_into_a_folder(self):
         def attempt(case):
-            shop = case.shop("--receptions", "60", "--desks", "2")
-
-            def prepare():
-                for name in (TABLE, SHOP_INFO):
-                    (shop.out / name).write_bytes(b"old")
-            self.kill_once(shop, shop.delivered, prepare)
+            shop = case.shop(*SMALL_SHOP)
+            for name, content in OLD_FILES.items():
+                (shop.out / name).write_bytes(content)
+            self.kill_once(shop, shop.delivered)
         print(f"kills, folder: {self.run_for(SECONDS, attempt)}", flush=True)
 
     def test_kills_of_runs_to_a_site(self):
         server = PyftpdServer(self)
-        numbers = iter(range(1_000_000))
+        numbers = itertools.count()
 
         def attempt(case):
             folder = f"in{next(numbers)}"
-            server.folder.make(folder, {TABLE: b"old", SHOP_INFO: b"old"})
-            shop = self.site_shop(server, folder, case)
-            self.kill_once(shop, lambda: server.folder.files(folder), lambda: None)
+            server.make(folder, OLD_FILES)
+            shop = case.shop(*SMALL_SHOP, *server.shop_options(folder))
+            self.kill_once(shop, lambda: server.files(folder))
         print(f"kills, site: {self.run_for(SECONDS, attempt)}", flush=True)
-
-    def site_shop(self, server, folder, case=None):
-        shop = (case or self).shop(
-            "--destination", "own-site", "--receptions", "60", "--desks", "2", "--host", HOST,
-            "--port", str(server.port), "--user", server.user, "--password", server.password)
-        shop.set("FTP FOLD", folder)
-        return shop
 
     def test_a_fleet_at_one_server_that_is_restarted(self):
         server = PyftpdServer(self, connections=max(2, SHOPS // 5))
         shops = []
         for number in range(SHOPS):
-            server.folder.make(f"shop{number}", {})
-            shops.append(self.site_shop(server, f"shop{number}"))
+            folder = f"shop{number}"
+            server.make(folder, {})
+            shops.append(self.shop(*SMALL_SHOP, *server.shop_options(folder)))
         begin = time.monotonic()
 
         def send_until_delivered(number):
             lives = 0
-            while TABLE not in server.folder.files(f"shop{number}"):
+            while TABLE not in server.files(f"shop{number}"):
                 self.assertLess(lives, 50, "never delivered")
                 time.sleep(lives)
                 self.live_again(shops[number])
@@ -141,7 +124,7 @@ class Stress(ShopTest):
         print(f"fleet: {SHOPS} shops, {total} lives, the last table after {seconds:.1f} s",
               flush=True)
         for number in range(SHOPS):
-            files = server.folder.files(f"shop{number}")
+            files = server.files(f"shop{number}")
             self.assertTrue(self.is_whole(files[TABLE]), number)
             # What a broken run has left under a temporary name waits for the next one.
             self.assertLessEqual(set(files), {TABLE, SHOP_INFO, SHOP_INFO[:-3] + "xxx"}, number)

@@ -2,7 +2,6 @@
 
 import os
 import shutil
-import signal
 import subprocess
 
 from screen_case import ScreenTest
@@ -29,7 +28,7 @@ class Resident(ScreenTest):
         # Resident, the window whose caption would be the title has none.
         message = screen.wait_for_window(self.UNTITLED)
         # The message wants its answer first: the icon opens no menu.
-        screen.click(*screen.icon()[1], button=3)
+        screen.click_icon(button=3)
         self.assertIsNone(screen.popup())
         screen.ask("xdotool", "windowactivate", message.number)
         screen.wait_for_window(self.UNTITLED)
@@ -60,10 +59,7 @@ class OnTheBus(ScreenTest):
         shop, screen = self.shop("--receptions", "5"), self.screen(with_tray=False)
 
         def spawn(*command):
-            process = subprocess.Popen(command, env=screen.environment, stdout=subprocess.PIPE,
-                                       text=True, **shop.hand_over())
-            self.addCleanup(process.communicate)
-            self.addCleanup(process.kill)
+            process = screen.spawn(*command, stdout=subprocess.PIPE, text=True, **shop.hand_over())
             return process.stdout.readline().strip()
 
         address = spawn("dbus-daemon", "--session", "--nofork", "--print-address")
@@ -87,12 +83,6 @@ class End(ScreenTest):
                 else:
                     run.request("FTP INIT", 2 if opened == GROUP_DIALOG else 1)
                     screen.wait_for_window(opened)
-                (shop.folder / "work.txt").write_text("x")
-                if opened == PANEL:
-                    screen.close_window()
-                else:
-                    run.process.send_signal(signal.SIGTERM)
-                run.expect_end()
-                self.assertFalse((shop.folder / "work.txt").exists())
+                run.end_in_order(screen.close_window if opened == PANEL else run.process.terminate)
                 self.assertEqual(shop.delivered(), {})
                 self.assertEqual((screen.windows(), screen.icon()), ({}, None))

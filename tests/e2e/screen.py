@@ -4,22 +4,21 @@ import functools
 import json
 import os
 import re
-import select
 import shutil
 import subprocess
 import tempfile
 import time
 from pathlib import Path
 
-SOURCE = Path(__file__).resolve().parents[2]
+ICONS = Path(__file__).resolve().parents[2] / "assets" / "icons"
 PICTURES = Path(os.environ["KARVEL_SCREENS"])
 
 SIZE = "1024x768x24"
 ICON_PIXELS = 16
 WAIT_SECONDS = 40
 START_SECONDS = 20
-# Of 255, on average over an icon's opaque pixels. The two icons differ by more than 60.
-CLOSE_ENOUGH = 12
+# Of 1, on average over an icon's pixels. The two icons differ by more than 0.1.
+CLOSE_ENOUGH = 0.05
 
 # No word on clicks: a click that the window manager looks at first is overtaken by the keys behind.
 WINDOW_MANAGER_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc">
@@ -52,9 +51,6 @@ class Screen:
                    pass_fds=[write])
         os.close(write)
         with open(read, encoding="ascii") as number:
-            ready, _, _ = select.select([number], [], [], START_SECONDS)
-            if not ready:
-                raise AssertionError("no display")
             return f":{number.readline().strip()}"
 
     def start_tray(self):
@@ -67,24 +63,20 @@ class Screen:
                         "a notification area", START_SECONDS)
         return tray
 
-    def spawn(self, *command, **how):
+    def spawn(self, *command, stdout=subprocess.DEVNULL, **how):
         process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **how)
+                                   stdout=stdout, stderr=subprocess.DEVNULL, **how)
         self.add_cleanup(self.end, process)
         return process
 
     def end(self, process):
         process.kill()
-        process.wait()
+        process.communicate()
 
     def ask(self, *command):
         """What a tool says; empty when it finds nothing."""
         return subprocess.run(command, env=self.environment, check=False, timeout=WAIT_SECONDS,
                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.decode()
-
-    def pixels(self, *source):
-        return subprocess.run(source, env=self.environment, check=True, timeout=WAIT_SECONDS,
-                              stdout=subprocess.PIPE).stdout
 
     def wait_until(self, condition, what, seconds=WAIT_SECONDS):
         deadline = time.monotonic() + seconds
@@ -109,6 +101,12 @@ class Screen:
                   for number in numbers}
         titled.pop("panel", None)  # the notification area's
         return titled
+
+    def place(self, window):
+        """Its left and upper edge on the screen, its width and its height."""
+        about = self.ask("xwininfo", "-id", window)
+        return [int(value) for value in
+                re.findall(r"(?:Absolute upper-left [XY]|Width|Height): +(-?\d+)", about)]
 
     def wait_for_window(self, title):
         """Waits until the window is there and has the keyboard, which its program may take later
@@ -142,63 +140,57 @@ class Screen:
     # The program's icon and its menu
 
     def icon(self):
-        """Number, place and size of the window that the notification area has taken in."""
+        """The window that the notification area has taken in; or None."""
         for panel in self.ask("xdotool", "search", "--name", "^panel$").split():
             tree = self.ask("xwininfo", "-tree", "-id", panel)
-            found = re.search(r'(0x[0-9a-f]+) .*\("(?:karvel|explorer\.exe)" .*\)'
-                              r"  (\d+)x(\d+)\+-?\d+\+-?\d+  \+(\d+)\+(\d+)", tree)
+            found = re.search(r'(0x[0-9a-f]+) .*\("(?:karvel|explorer\.exe)"', tree)
             if found:
-                width, height, x, y = map(int, found.groups()[1:])
-                return found[1], (x + width // 2, y + height // 2), (width, height)
+                return found[1]
         return None
 
-    def icon_is(self, name):
-        icon = self.icon()
-        if not icon:
-            return False
-        number, _, size = icon
-        try:
-            shown = self.pixels("import", "-window", number, "-depth", "8", "rgb:-")
-        except subprocess.CalledProcessError:
-            return False  # gone meanwhile
-        return difference(shown, self.drawing(name, size)) < CLOSE_ENOUGH
+    def click_icon(self, **how):
+        x, y, width, height = self.place(self.icon())
+        self.click(x + width // 2, y + height // 2, **how)
 
-    def drawing(self, name, size):
-        drawing = SOURCE / "assets" / "icons" / f"{name}-16.png"
-        return self.pixels("convert", drawing, "-background", "none", "-gravity", "center",
-                           "-extent", f"{size[0]}x{size[1]}", "-depth", "8", "rgba:-")
+    def icon_is(self, name):
+        """Whether the drawing, laid over what is shown, changes little of it."""
+        icon = self.icon()
+        change = icon and self.ask(
+            "convert", "x:" + icon, "(", "+clone", ICONS / f"{name}-16.png", "-gravity", "center",
+            "-composite", ")", "-metric", "MAE", "-compare", "-format", "%[distortion]", "info:")
+        return float(change or 1) < CLOSE_ENOUGH
 
     def wait_for_icon(self, name):
         self.wait_until(lambda: self.icon_is(name), f"the icon {name}")
 
     def popup(self):
-        """The number and the place (x, y, width, height) of the open menu; or None. The icon's own
-        window and its tip are kept from the window manager, too."""
-        for number in self.ask("xdotool", "search", "--onlyvisible", "--class", "karvel").split():
-            about = self.ask("xwininfo", "-stats", "-wm", "-id", number)
+        """The open menu's window; or None. The icon's own window and its tip are kept from the
+        window manager, too."""
+        for window in self.ask("xdotool", "search", "--onlyvisible", "--class", "karvel").split():
+            about = self.ask("xwininfo", "-stats", "-wm", "-id", window)
             kept_from_manager = "Override Redirect State: yes" in about
             if kept_from_manager and "Tooltip" not in about and "Kde" not in about:
-                return number, [int(value) for value in re.findall(
-                    r"(?:Absolute upper-left [XY]|Width|Height): +(\d+)", about)]
+                return window
         return None
 
     def open_menu(self):
-        self.click(*self.icon()[1], button=3)
+        self.click_icon(button=3)
         self.wait_until(self.popup, "the menu")
 
     def choose(self, entry):
         """Chooses the menu's first, second or third entry."""
         self.open_menu()
-        number, (x, y, width, height) = self.popup()
+        menu = self.popup()
+        x, y, width, height = self.place(menu)
         place = [x + width // 2, y + height * (2 * entry - 1) // 6]
         # A menu that has only just opened takes a click for the end of the click that opened it,
         # until a hand has moved and an entry is marked under it.
-        plain = self.ask("import", "-window", number, "txt:-")
+        plain = self.ask("import", "-window", menu, "txt:-")
 
         def marked():
             place[0] += 1
             self.ask("xdotool", "mousemove", *map(str, place))
-            return self.ask("import", "-window", number, "txt:-") != plain
+            return self.ask("import", "-window", menu, "txt:-") != plain
         self.wait_until(marked, "a marked entry")
         self.ask("xdotool", "click", "1")
         self.wait_until(lambda: not self.popup(), "the menu's end")
@@ -227,9 +219,7 @@ class FormWindow:
             if caption in (control["caption"], control["accessibleName"])
             and not control["hidden"]][-1]
         width, height = table["size"]
-        about = self.screen.ask("xwininfo", "-id", self.number)
-        x, y, wide, high = (int(re.search(rf"{what}: +(-?\d+)", about)[1]) for what in
-                            ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
+        x, y, wide, high = self.screen.place(self.number)
         self.screen.click(x + (2 * left + min(across, 20)) * wide // (2 * width),
                           y + (2 * top + down) * high // (2 * height), times=times)
 
@@ -237,11 +227,3 @@ class FormWindow:
         self.press(form, caption)
         self.screen.type(text)
 
-
-def difference(rgb, rgba):
-    """The mean difference of two pictures where the second is opaque."""
-    opaque = [i for i in range(len(rgba) // 4) if rgba[4 * i + 3] == 255]
-    if len(rgb) * 4 != len(rgba) * 3 or not opaque:
-        return 255
-    total = sum(abs(rgb[3 * i + c] - rgba[4 * i + c]) for i in opaque for c in range(3))
-    return total / (3 * len(opaque))

@@ -24,10 +24,7 @@ class SetUp(ScreenTest):
         self.watch_resident(shop, screen, run)
         self.return_to_panel(shop, screen, run)
 
-        (shop.folder / "work.txt").write_text("x")
-        screen.choose(3)
-        run.expect_end()
-        self.assertFalse((shop.folder / "work.txt").exists())
+        run.end_in_order(lambda: screen.choose(3))
         self.assertEqual(screen.icon(), None)
 
     def register_group(self, shop, screen, panel):
@@ -65,7 +62,7 @@ class SetUp(ScreenTest):
     def watch_resident(self, shop, screen, run):
         screen.wait_for_icon("normal")
         screen.wait_for_no_window()
-        screen.click(*screen.icon()[1], times=2)
+        screen.click_icon(times=2)
         screen.open_menu()
         self.assertEqual(screen.windows(), {})
         screen.click(300, 600)

@@ -34,15 +34,21 @@ class ShopTest(unittest.TestCase):
 class Shop:
     """A laid-out shop: `folder` is the program's folder, `out` its output folder."""
 
+    FOLDER, OUT_FOLDER = "shop", "out"
+
     def __init__(self, test, *options):
         self.test = test
         self.base = Path(tempfile.mkdtemp(prefix="karvel-e2e-"))
         test.addCleanup(shutil.rmtree, self.base)
         self.base.chmod(0o755)
-        self.folder = self.base / "shop"
-        self.out = self.base / "out"
-        self.home = self.base / "home"
+        self.folder = self.base / self.FOLDER
+        self.own_settings = self.folder / "karvel.hnb"
+        self.ticket_settings = self.folder / "karvel.ini"
+        self.log_folder = self.folder / "Log"
+        self.work_file = self.folder / "work.txt"
+        self.out = self.base / self.OUT_FOLDER
         self.out.mkdir()
+        self.home = self.base / "home"
         subprocess.run([SAMPLE_SHOP, "--folder", self.folder, "--out-folder", self.out,
                         "--day", DAY, *options], check=True)
         self.install(PROGRAM)
@@ -52,18 +58,6 @@ class Shop:
         # the copy from being started.
         subprocess.run(["cp", program, self.folder], check=True)
 
-    @property
-    def own_settings(self):
-        return self.folder / "karvel.hnb"
-
-    @property
-    def ticket_settings(self):
-        return self.folder / "karvel.ini"
-
-    @property
-    def log_folder(self):
-        return self.folder / "Log"
-
     @staticmethod
     def name_of(path):
         """How the program and its settings name a path."""
@@ -72,9 +66,9 @@ class Shop:
     def desk_file(self, desk):
         return self.folder / "temp" / f"{DAY}_{desk}.tmp"
 
-    def setting(self, key, file=None):
-        """The value of a key, or None."""
-        text = (file or self.own_settings).read_bytes().decode(CODE_PAGE)
+    def setting(self, key):
+        """The value of a key of the own settings, or None."""
+        text = self.own_settings.read_bytes().decode(CODE_PAGE)
         match = re.search(rf"^{key}=([^\r\n]*)", text, re.MULTILINE)
         return match[1] if match else None
 
@@ -168,8 +162,14 @@ class Run:
 
     def send_and_end(self):
         self.wait_for_start()
-        self.request("FTP EXIT", 1)
-        self.expect_end()
+        self.end_in_order(lambda: self.request("FTP EXIT", 1))
+
+    def end_in_order(self, ask, **how):
+        """The program ends when asked to, and leaves no work file."""
+        self.shop.work_file.write_text("x")
+        ask()
+        self.expect_end(**how)
+        self.test.assertFalse(self.shop.work_file.exists())
 
     def wait_for_tick(self, request=1):
         """Waits until a tick has answered a settings request."""

@@ -14,13 +14,12 @@ class StartUpTest(ShopTest):
         first = shop.start()
         first.wait_for_tick(request=2)
         first.wait_for_tick(request=1)
-        (shop.folder / "work.txt").write_text("of the first")
+        shop.work_file.write_text("of the first")
         shop.start().expect_end(seconds=10)
         self.assertTrue(first.running())
-        self.assertTrue((shop.folder / "work.txt").exists())
+        self.assertTrue(shop.work_file.exists())
         first.send_and_end()
         self.assertIn(TABLE, shop.delivered())
-        self.assertFalse((shop.folder / "work.txt").exists())
 
     def test_a_message_goes_to_standard_error_if_somebody_reads_it(self):
         shop = self.shop()
@@ -45,8 +44,5 @@ class StartUpTest(ShopTest):
             with self.subTest(number):
                 run = shop.start()
                 run.wait_for_tick()
-                (shop.folder / "work.txt").write_text("x")
-                run.process.send_signal(number)
-                run.expect_end(seconds=10)
-                self.assertFalse((shop.folder / "work.txt").exists())
+                run.end_in_order(lambda: run.process.send_signal(number), seconds=10)
                 self.assertEqual(shop.delivered(), {})

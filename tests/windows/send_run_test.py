@@ -12,7 +12,7 @@ for tool in ("KARVEL_PROGRAM", "KARVEL_SAMPLE_SHOP"):
         sys.exit(f"{os.environ[tool]} is missing: build karvel and sample_shop for Linux first")
 
 from windows_shop import WindowsShop  # noqa: E402
-from ftp_servers import HOST, PyftpdServer  # noqa: E402; found by windows_shop
+from ftp_servers import PyftpdServer  # noqa: E402; found by windows_shop
 from shop import CODE_PAGE, SHOP_INFO, TABLE, Shop  # noqa: E402
 
 SITE_FOLDER = "本部/集計表"  # no blank: Wine cuts the names that a server lists at one
@@ -65,14 +65,11 @@ class SendRunTest(unittest.TestCase):
         shops, files, commands = [], [], []
         for kind in (Shop, WindowsShop):
             server = PyftpdServer(self)
-            server.folder.make(SITE_FOLDER, {TABLE: b"old", SHOP_INFO: b"old"})
-            shop = kind(self, "--receptions", "100", "--destination", "own-site", "--host", HOST,
-                        "--port", str(server.port), "--user", server.user,
-                        "--password", server.password)
-            shop.set("FTP FOLD", SITE_FOLDER)
+            server.make(SITE_FOLDER, {TABLE: b"old", SHOP_INFO: b"old"})
+            shop = kind(self, "--receptions", "100", *server.shop_options(SITE_FOLDER))
             shop.send_once()
             shops.append(shop)
-            files.append(without_stamps(server.folder.files(SITE_FOLDER)))
+            files.append(without_stamps(server.files(SITE_FOLDER)))
             commands.append([line for line in server.commands if line[0] in COMMANDS_THAT_MATTER])
         self.check_same(*shops)
         self.assertEqual(commands[1], commands[0])

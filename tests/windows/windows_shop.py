@@ -23,11 +23,9 @@ class WineRun(Run):
 
 
 class WindowsShop(Shop):
-    OUT_FOLDER = "本部 表"
+    FOLDER, OUT_FOLDER = "集計 ソフト 表", "本部 表"
 
     def install(self, program):
-        self.folder = self.folder.rename(self.base / "集計 ソフト 表")
-        self.out = self.out.rename(self.base / self.OUT_FOLDER)
         self.set("HST FOLD", windows_path(self.folder))
         self.set("OUT FOLD", windows_path(self.out))
         super().install(PROGRAM)
