@@ -36,10 +36,11 @@ class DesktopTest : public ::testing::Test {
   Widget window() const { return User::window(form_); }
   Control& text(int index) { return form_.control("Text1", index); }
 
-  /// The buttons' indexes go there as they are pressed.
-  void logPresses(std::string& pressed) {
-    for (const int index : {0, 1, 2}) {
-      form_.control("Button", index).onClick = [&, index] { pressed += std::to_string(index); };
+  /// The index of each control of that name goes there as it is clicked.
+  void logClicks(std::string_view name, std::string& clicks) {
+    for (const auto& control : form_.controls()) {
+      const ControlRow& row = control->row();
+      if (row.name == name) control->onClick = [&] { clicks += std::to_string(row.index); };
     }
   }
 

@@ -20,7 +20,6 @@ using Widget = struct WidgetOnScreen*;
 enum class Key : std::uint8_t {
   kShift,
   kControl,
-  kA,
   kV,
   kTab,
   kSpace,
@@ -29,6 +28,32 @@ enum class Key : std::uint8_t {
   kUp,
   kDown,
 };
+
+/// What the user sees of a control or a window; nothing of one that is not there.
+struct Sight {
+  bool isShown = false;
+  bool isEnabled = false;  ///< of a window: no modal dialog is open above it
+  bool isChecked = false;
+  bool looksDefault = false;  ///< framed as the button that Enter presses
+  bool takesInputMethod = false;
+  bool canBeMinimized = false;
+  std::string text;  ///< letter for letter; a password as what is shown for it
+  std::string selectedText;
+  std::string toolTip;
+  std::string spokenName;  ///< what a screen reader calls a field
+  PixelRect place;         ///< of a control within its window, or of the window's whole inside
+  PixelPoint needed;       ///< for the caption, as it is wrapped, and its frame; 0 is any
+};
+
+/// As a caption is shown in which "&" underlines a letter and "&&" stands for itself.
+inline std::string withoutMnemonics(const std::string& caption) {
+  std::string shown;
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    if (caption[i] == '&') ++i;
+    if (i < caption.size()) shown += caption[i];
+  }
+  return shown;
+}
 
 /// The platform's own desktop. One at a time.
 std::unique_ptr<Desktop> makeDesktop();
@@ -73,7 +98,6 @@ class User {
   void minimize(Widget window);
   /// As the system's font or resolution grows, with what is shown; 1 is the usual size.
   void setTextSize(double factor);
-  void endSession();
 
   /// Does something inside the next message loop.
   void soon(const std::function<void()>& action) {
@@ -89,28 +113,8 @@ class User {
 
   // What the user sees.
 
-  /// Letter for letter; a password as what is shown for it.
-  [[nodiscard]] static std::string text(Widget widget);
-  [[nodiscard]] static std::string selectedText(Widget field);
-  [[nodiscard]] static bool isShown(Widget widget);
-  [[nodiscard]] static bool isEnabled(Widget widget);
-  [[nodiscard]] static bool isChecked(Widget option);
-  /// Framed as the button that Enter presses.
-  [[nodiscard]] static bool looksDefault(Widget button);
-  [[nodiscard]] static bool takesInputMethod(Widget field);
-  [[nodiscard]] static std::string toolTip(Widget widget);
-  /// What a screen reader calls it.
-  [[nodiscard]] static std::string spokenName(Widget field);
+  [[nodiscard]] static Sight look(Widget widget);
   [[nodiscard]] static Widget focused();
-  [[nodiscard]] static bool canBeMinimized(Widget window);
-  /// By a modal dialog.
-  [[nodiscard]] static bool isBlocked(Widget window);
-
-  /// Of a control within its window, or of the window's whole inside.
-  [[nodiscard]] static PixelRect place(Widget widget);
-  /// Room for the caption, as it is wrapped, and what is drawn around it. 0 is any.
-  [[nodiscard]] static PixelPoint needed(Widget widget);
-
   /// The message box on the screen as "title: text", with "!" before it when it has the critical
   /// icon.
   [[nodiscard]] static std::string message();

@@ -15,15 +15,15 @@ class Modal : public DesktopTest {
 
 TEST_F(Modal, BlocksItsOwnerUntilItIsClosed) {
   user_.soon([&] {
-    EXPECT_TRUE(User::isBlocked(User::window(owner_)));
-    EXPECT_FALSE(User::isBlocked(window()));
+    EXPECT_FALSE(User::look(User::window(owner_)).isEnabled);
+    EXPECT_TRUE(User::look(window()).isEnabled);
     // A desktop's "show desktop" minimises it all the same.
     user_.minimize(User::window(owner_));
     user_.soon([&] { user_.useCloseBox(window()); });
   });
   desktop_->showModal(form_, owner_);
   EXPECT_TRUE(form_.closed());
-  EXPECT_FALSE(User::isBlocked(User::window(owner_)));
+  EXPECT_TRUE(User::look(User::window(owner_)).isEnabled);
   EXPECT_EQ(owner_.windowState(), WindowState::kNormal);
 }
 

@@ -10,15 +10,15 @@
 namespace karvel {
 namespace {
 
-bool contains(const PixelRect& outer, const PixelRect& inner) {
-  return outer.left <= inner.left && outer.top <= inner.top &&
-         outer.left + outer.width >= inner.left + inner.width &&
-         outer.top + outer.height >= inner.top + inner.height;
+PixelRect common(const PixelRect& one, const PixelRect& other) {
+  const int left = std::max(one.left, other.left);
+  const int top = std::max(one.top, other.top);
+  return {left, top, std::min(one.left + one.width, other.left + other.width) - left,
+          std::min(one.top + one.height, other.top + other.height) - top};
 }
 
 bool overlap(const PixelRect& one, const PixelRect& other) {
-  return one.left < other.left + other.width && other.left < one.left + one.width &&
-         one.top < other.top + other.height && other.top < one.top + one.height;
+  return common(one, other).width > 0 && common(one, other).height > 0;
 }
 
 /// Every form at several sizes of its text.
@@ -27,11 +27,13 @@ class Layout : public DesktopTest,
  protected:
   Layout() {
     show(screen_);
-    usual_ = User::place(User::window(screen_));
+    usual_ = look().place;
     user_.setTextSize(factor_);
   }
 
   Widget widget(const Control& control) const { return User::widget(screen_, control); }
+  Sight look() const { return User::look(User::window(screen_)); }
+  Sight look(const Control& control) const { return User::look(widget(control)); }
 
   const double factor_ = std::get<double>(GetParam());
   Form screen_{*std::get<const FormTable*>(GetParam())};
@@ -40,29 +42,27 @@ class Layout : public DesktopTest,
 
 TEST_P(Layout, EveryControlIsThereWithNothingCutAndNothingOverlapped) {
   const std::vector<Control*> shown = stackingOrder(screen_);
-  const PixelRect inside = User::place(User::window(screen_));
-  for (const auto& hidden : screen_.controls()) {
-    const bool isShown = std::find(shown.begin(), shown.end(), hidden.get()) != shown.end();
-    EXPECT_EQ(User::isShown(widget(*hidden)), isShown);
+  for (const auto& control : screen_.controls()) {
+    const bool isShown = std::find(shown.begin(), shown.end(), control.get()) != shown.end();
+    EXPECT_EQ(look(*control).isShown, isShown);
   }
   for (const Control* control : shown) {
     const ControlRow& row = control->row();
     SCOPED_TRACE(std::string(row.name) + " " + std::to_string(row.index));
-    const Widget there = widget(*control);
-    EXPECT_EQ(User::isEnabled(there), control->enabled());
-    EXPECT_EQ(User::toolTip(there), row.toolTip);
+    const Sight seen = look(*control);
+    EXPECT_EQ(seen.isEnabled, control->enabled());
+    EXPECT_EQ(seen.toolTip, row.toolTip);
     if (row.kind == ControlKind::kTextBox) {
-      EXPECT_EQ(User::spokenName(there), row.accessibleName);
+      EXPECT_EQ(seen.spokenName, row.accessibleName);
     }
-    const PixelRect place = User::place(there);
-    EXPECT_LE(User::needed(there).x, place.width);
-    EXPECT_LE(User::needed(there).y, place.height);
-    EXPECT_TRUE(contains(inside, place));
+    EXPECT_LE(seen.needed.x, seen.place.width);
+    EXPECT_LE(seen.needed.y, seen.place.height);
+    EXPECT_EQ(common(look().place, seen.place), seen.place) << "within the window";
     for (const Control* other : shown) {
       if (other == control || other->row().kind == ControlKind::kFrame) continue;
-      const PixelRect another = User::place(widget(*other));
-      const bool framed = row.kind == ControlKind::kFrame && contains(place, another);
-      EXPECT_TRUE(framed || !overlap(place, another)) << other->row().name;
+      const PixelRect place = look(*other).place;
+      const bool framed = row.kind == ControlKind::kFrame && common(seen.place, place) == place;
+      EXPECT_TRUE(framed || !overlap(seen.place, place)) << other->row().name;
     }
   }
 }
@@ -83,10 +83,10 @@ TEST_P(Layout, TheFocusWalksInTabOrder) {
 }
 
 TEST_P(Layout, TheWindowGrowsWithItsText) {
-  const PixelRect place = User::place(User::window(screen_));
-  EXPECT_NEAR(place.width, usual_.width * factor_, 0.1 * place.width);
-  EXPECT_NEAR(place.height, usual_.height * factor_, 0.1 * place.height);
-  EXPECT_EQ(User::canBeMinimized(User::window(screen_)), screen_.table().canMinimize);
+  const auto [left, top, width, height] = look().place;
+  EXPECT_NEAR(width, usual_.width * factor_, 0.1 * width);
+  EXPECT_NEAR(height, usual_.height * factor_, 0.1 * height);
+  EXPECT_EQ(look().canBeMinimized, screen_.table().canMinimize);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -7,17 +7,12 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTest>
 #include <QWindow>
-#include <csignal>
 
 #include "desktop/desktop_user.h"
 #include "platform/linux/desktop/qt_desktop.h"
 #include "platform/linux/desktop/qt_text.h"
-
-/// QtGui's, as QTest uses it: an event of the window system's.
-void qt_handleMouseEvent(QWindow* window, const QPointF& local, const QPointF& global,
-                         Qt::MouseButtons state, Qt::MouseButton button, QEvent::Type type,
-                         Qt::KeyboardModifiers modifiers, int timestamp);
 
 namespace karvel {
 namespace {
@@ -43,7 +38,6 @@ constexpr struct {
 } kKeys[] = {
     {Qt::Key_Shift, "", Qt::ShiftModifier},
     {Qt::Key_Control, "", Qt::ControlModifier},
-    {Qt::Key_A, "a"},
     {Qt::Key_V, "v"},
     {Qt::Key_Tab, "\t"},
     {Qt::Key_Space, " "},
@@ -81,12 +75,6 @@ void send(QEvent::Type type, Key wanted, const std::set<Key>& held) {
   if (modifiers.testFlag(Qt::ControlModifier)) text.clear();
   const bool repeated = type == QEvent::KeyPress && held.contains(wanted);
   send(QKeyEvent(type, key.code, modifiers, text, repeated));
-}
-
-std::string withoutMnemonics(QString caption) {
-  return fromQt(caption.replace(QStringLiteral("&&"), QStringLiteral("\x01"))
-                    .remove(QLatin1Char('&'))
-                    .replace(QLatin1Char('\x01'), QLatin1Char('&')));
 }
 
 /// QLabel or QMessageBox.
@@ -143,15 +131,9 @@ void User::type(const std::string& text) {
 
 void User::clickAhead(Widget widget) {
   const auto deliver = [widget] {
-    static int now = 0;
-    now += 10'000;  // no second half of a double click
     const QWidget& window = *qt(widget)->window();
-    const QPoint local = qt(widget)->mapTo(&window, QPoint(8, qt(widget)->height() / 2));
-    for (const bool held : {true, false}) {
-      qt_handleMouseEvent(window.windowHandle(), local, window.mapToGlobal(local),
-                          held ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton,
-                          held ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, {}, now);
-    }
+    const QPoint place = qt(widget)->mapTo(&window, QPoint(8, qt(widget)->height() / 2));
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, place);
   };
   QMetaObject::invokeMethod(qt(widget), deliver, Qt::QueuedConnection);
 }
@@ -182,78 +164,45 @@ void User::setTextSize(double factor) {
   settle();
 }
 
-void User::endSession() {
-  std::raise(SIGTERM);
-}
-
-std::string User::text(Widget widget) {
-  if (qt(widget)->isWindow()) return fromQt(qt(widget)->windowHandle()->title());
-  if (const auto* field = as<QLineEdit>(widget)) return fromQt(field->displayText());
-  if (const auto* button = as<QAbstractButton>(widget)) return withoutMnemonics(button->text());
-  return plainText(*as<QLabel>(widget));
-}
-
-std::string User::selectedText(Widget field) {
-  return fromQt(as<QLineEdit>(field)->selectedText());
-}
-
-bool User::isShown(Widget widget) {
-  return widget != nullptr && qt(widget)->isVisible();
-}
-
-bool User::isEnabled(Widget widget) {
-  return qt(widget)->isEnabled();
-}
-
-bool User::isChecked(Widget option) {
-  return as<QAbstractButton>(option)->isChecked();
-}
-
-bool User::looksDefault(Widget button) {
-  return as<QPushButton>(button)->isDefault();
-}
-
-bool User::takesInputMethod(Widget field) {
-  return qt(field)->testAttribute(Qt::WA_InputMethodEnabled);
-}
-
-std::string User::toolTip(Widget widget) {
-  return fromQt(qt(widget)->toolTip());
-}
-
-std::string User::spokenName(Widget field) {
-  return fromQt(qt(field)->accessibleName());
+Sight User::look(Widget widget) {
+  if (widget == nullptr) return {};
+  const QWidget& seen = *qt(widget);
+  const QWidget* const modal = QApplication::activeModalWidget();
+  const bool blocked = seen.isWindow() && modal != nullptr && modal != &seen;
+  const QRect place = seen.isWindow() ? seen.rect() : seen.geometry();
+  Sight sight;
+  sight.isShown = seen.isVisible();
+  sight.isEnabled = seen.isEnabled() && !blocked;
+  sight.takesInputMethod = seen.testAttribute(Qt::WA_InputMethodEnabled);
+  sight.canBeMinimized = seen.windowFlags().testFlag(Qt::WindowMinimizeButtonHint);
+  sight.toolTip = fromQt(seen.toolTip());
+  sight.spokenName = fromQt(seen.accessibleName());
+  sight.place = {place.left(), place.top(), place.width(), place.height()};
+  const QFontMetrics metrics = seen.fontMetrics();
+  if (seen.isWindow()) {
+    sight.text = fromQt(seen.windowHandle()->title());
+  } else if (const auto* field = as<QLineEdit>(widget)) {
+    sight.text = fromQt(field->displayText());
+    sight.selectedText = fromQt(field->selectedText());
+    sight.needed = {0, metrics.height() + 4};
+  } else if (const auto* label = as<QLabel>(widget)) {
+    sight.text = plainText(*label);
+    sight.needed = {0, label->heightForWidth(label->width())};
+  } else if (const auto* button = as<QAbstractButton>(widget)) {
+    sight.text = withoutMnemonics(fromQt(button->text()));
+    sight.isChecked = button->isChecked();
+    sight.needed = {button->sizeHint().width(), metrics.height()};
+  }
+  if (const auto* button = as<QPushButton>(widget)) {
+    sight.looksDefault = button->isDefault();
+    sight.needed = {metrics.horizontalAdvance(button->text()) + 2 * metrics.averageCharWidth(),
+                    metrics.height() + 4};
+  }
+  return sight;
 }
 
 Widget User::focused() {
   return handle(focusWidget());
-}
-
-bool User::canBeMinimized(Widget window) {
-  return qt(window)->windowFlags().testFlag(Qt::WindowMinimizeButtonHint);
-}
-
-bool User::isBlocked(Widget window) {
-  const QWidget* const modal = QApplication::activeModalWidget();
-  return modal != nullptr && modal != qt(window);
-}
-
-PixelRect User::place(Widget widget) {
-  const QRect own = qt(widget)->isWindow() ? qt(widget)->rect() : qt(widget)->geometry();
-  return {own.left(), own.top(), own.width(), own.height()};
-}
-
-PixelPoint User::needed(Widget widget) {
-  const QFontMetrics metrics = qt(widget)->fontMetrics();
-  if (const auto* label = as<QLabel>(widget)) return {0, label->heightForWidth(label->width())};
-  if (const auto* button = as<QPushButton>(widget)) {
-    return {metrics.horizontalAdvance(button->text()) + 2 * metrics.averageCharWidth(),
-            metrics.height() + 4};
-  }
-  if (as<QAbstractButton>(widget) != nullptr) {
-    return {qt(widget)->sizeHint().width(), metrics.height()};
-  }
-  return {0, as<QLineEdit>(widget) != nullptr ? metrics.height() + 4 : 0};
 }
 
 std::string User::message() {
@@ -268,7 +217,7 @@ std::string User::menu() {
   const auto* open = qobject_cast<QMenu*>(QApplication::activePopupWidget());
   if (open == nullptr) return lines;
   for (const QAction* action : open->actions()) {
-    const std::string text = action->isSeparator() ? "-" : withoutMnemonics(action->text());
+    const std::string text = action->isSeparator() ? "-" : withoutMnemonics(fromQt(action->text()));
     lines += (action->isEnabled() ? text : "(" + text + ")") + "|";
   }
   return lines;

@@ -80,7 +80,7 @@ TEST_F(Win32Tray, TheIconAnswersTheRightButtonAlone) {
 
 TEST_F(Win32Tray, AMouseOverTheIconLeavesTheDefaultButtonAlone) {
   std::string pressed;
-  logPresses(pressed);
+  logClicks("Button", pressed);
   user_.focus(field(0));
   report(WM_MOUSEMOVE);
   EXPECT_EQ(LOWORD(SendMessageW(owner(), DM_GETDEFID, 0, 0)), GetDlgCtrlID(handle(button(0))));
@@ -176,10 +176,10 @@ TEST_F(DesktopTest, AFieldIsAsHighAsItsTextNeedsAndStandsInTheMiddleOfItsRow) {
     RECT inside{};
     SendMessageW(handle(field(1)), EM_GETRECT, 0, reinterpret_cast<LPARAM>(&inside));
     MapWindowPoints(handle(field(1)), handle(window()), reinterpret_cast<POINT*>(&inside), 2);
-    const double height = User::needed(field(1)).y - 4;
+    const double height = User::look(field(1)).needed.y - 4;
     const Rect& row = text(1).row().rect;
     EXPECT_NEAR(inside.top + height / 2, (row.y + row.height / 2.0) * height / 8, 1);
-    EXPECT_LE(User::place(field(1)).height, 1.6 * height);
+    EXPECT_LE(User::look(field(1)).place.height, 1.6 * height);
   }
 }
 
@@ -190,14 +190,14 @@ void setSystemFonts(NONCLIENTMETRICSW metrics, LONG factor) {
 
 TEST_F(DesktopTest, TheWindowGrowsWithTheSystemsFont) {
   show(form_);
-  const int before = User::place(window()).width;
+  const int before = User::look(window()).place.width;
   NONCLIENTMETRICSW usual{};
   usual.cbSize = sizeof usual;
   SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof usual, &usual, 0);
   setSystemFonts(usual, 2);
   SendMessageW(handle(window()), WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, 0);
   setSystemFonts(usual, 1);
-  const int after = User::place(window()).width;
+  const int after = User::look(window()).place.width;
   EXPECT_NEAR(after, 2 * before, 0.1 * after);
 }
 

@@ -45,15 +45,6 @@ std::vector<HWND> windowsOfClass(const wchar_t* name, HWND parent = nullptr) {
   return found;
 }
 
-std::wstring withoutMnemonics(const std::wstring& caption) {
-  std::wstring shown;
-  for (std::size_t i = 0; i < caption.size(); ++i) {
-    if (caption[i] == L'&' && ++i == caption.size()) break;
-    shown.push_back(caption[i]);
-  }
-  return shown;
-}
-
 void input(const KEYBDINPUT& key) {
   INPUT event{};
   event.type = INPUT_KEYBOARD;
@@ -66,7 +57,6 @@ void input(Key wanted, DWORD flags) {
   static constexpr std::pair<WORD, DWORD> kCodes[] = {
       {VK_SHIFT, 0},
       {VK_CONTROL, 0},
-      {'A', 0},
       {'V', 0},
       {VK_TAB, 0},
       {VK_SPACE, 0},
@@ -81,13 +71,81 @@ void input(Key wanted, DWORD flags) {
 }
 
 /// Of a text in the window's font; wrapped when a width is given.
-PixelPoint sizeOf(HWND window, const std::wstring& text, LONG width = 0) {
+PixelPoint sizeOf(HWND window, const std::string& caption, LONG width = 0) {
   const SelectedDc dc(window, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+  const std::wstring text = toWide(caption);
   RECT area{0, 0, width, 0};
   const UINT wrapping = width > 0 ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE;
   DrawTextW(dc.get(), text.c_str(), static_cast<int>(text.size()), &area,
             wrapping | DT_NOPREFIX | DT_CALCRECT);
   return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
+}
+
+std::string shownText(HWND window) {
+  const std::string text = fromWide(windowText(window));
+  if (isOfClass(window, L"BUTTON")) return withoutMnemonics(text);
+  if (!isOfClass(window, L"EDIT")) return text;
+  const auto mask = static_cast<char>(SendMessageW(window, EM_GETPASSWORDCHAR, 0, 0));
+  return mask != 0 ? std::string(windowText(window).size(), mask) : text;
+}
+
+std::string selectedText(HWND field) {
+  DWORD start = 0;
+  DWORD end = 0;
+  SendMessageW(field, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+  return fromWide(windowText(field).substr(start, end - start));
+}
+
+bool takesInputMethod(HWND field) {
+  const HIMC context = ImmGetContext(field);
+  ImmReleaseContext(field, context);
+  return context != nullptr;
+}
+
+std::string toolTip(HWND window) {
+  const HWND root = GetAncestor(window, GA_ROOT);
+  for (const HWND tips : windowsOfClass(TOOLTIPS_CLASSW)) {
+    if (GetWindow(tips, GW_OWNER) != root) continue;
+    std::array<wchar_t, 1024> text{};
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_IDISHWND;
+    tool.hwnd = root;
+    tool.uId = reinterpret_cast<std::uintptr_t>(window);
+    tool.lpszText = text.data();
+    SendMessageW(tips, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
+    return fromWide(text.data());
+  }
+  return {};
+}
+
+/// Readers of the screen take the text that stands right before a field, shown or not.
+std::string spokenName(HWND field) {
+  const HWND before = GetWindow(field, GW_HWNDPREV);
+  return isOfClass(before, L"STATIC") ? fromWide(windowText(before)) : "";
+}
+
+PixelRect place(HWND window) {
+  RECT place{};
+  GetClientRect(window, &place);
+  const HWND root = GetAncestor(window, GA_ROOT);
+  if (window != root) {
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, root, reinterpret_cast<POINT*>(&place), 2);
+  }
+  return {static_cast<int>(place.left), static_cast<int>(place.top),
+          static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top)};
+}
+
+PixelPoint needed(HWND window) {
+  if (isOfClass(window, L"STATIC")) {
+    const bool etched = (style(window) & SS_TYPEMASK) >= SS_ETCHEDHORZ;
+    return {0, etched ? 0 : sizeOf(window, shownText(window), place(window).width).y};
+  }
+  const PixelPoint letters = sizeOf(window, "mm");
+  if (!isOfClass(window, L"BUTTON")) return {0, letters.y + 4};
+  // A push button has a frame, the others have a box in front.
+  return {sizeOf(window, shownText(window)).x + letters.x, letters.y};
 }
 
 }  // namespace
@@ -133,7 +191,7 @@ void User::type(const std::string& text) {
 
 void User::clickAhead(Widget widget) {
   // Of a disabled one the mouse tells the window behind it.
-  if (!isEnabled(widget)) return;
+  if (IsWindowEnabled(win(widget)) == FALSE) return;
   RECT inside{};
   GetClientRect(win(widget), &inside);
   const LPARAM point = MAKELPARAM(8, inside.bottom / 2);
@@ -147,16 +205,13 @@ void User::focus(Widget widget) {
   settle();
 }
 
+/// By way of a field that nobody sees.
 void User::putOnClipboard(const std::string& text) {
-  const std::wstring wide = toWide(text);
-  const std::size_t size = (wide.size() + 1) * sizeof(wchar_t);
-  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
-  std::memcpy(GlobalLock(memory), wide.c_str(), size);
-  GlobalUnlock(memory);
-  OpenClipboard(nullptr);
-  EmptyClipboard();
-  SetClipboardData(CF_UNICODETEXT, memory);  // which takes it over
-  CloseClipboard();
+  const HWND field = CreateWindowExW(0, L"EDIT", toWide(text).c_str(), WS_POPUP | ES_MULTILINE, 0,
+                                     0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+  SendMessageW(field, EM_SETSEL, 0, -1);
+  SendMessageW(field, WM_COPY, 0, 0);
+  DestroyWindow(field);
 }
 
 void User::useCloseBox(Widget window) {
@@ -181,106 +236,26 @@ void User::setTextSize(double factor) {
   settle();
 }
 
-void User::endSession() {
-  SendMessageW(FindWindowW(L"karvel.service", nullptr), WM_ENDSESSION, TRUE, 0);
-}
-
-std::string User::text(Widget widget) {
-  const std::wstring text = windowText(win(widget));
-  if (isOfClass(win(widget), L"BUTTON")) return fromWide(withoutMnemonics(text));
-  const auto shown = static_cast<char>(SendMessageW(win(widget), EM_GETPASSWORDCHAR, 0, 0));
-  const bool secret = isOfClass(win(widget), L"EDIT") && shown != 0;
-  return secret ? std::string(text.size(), shown) : fromWide(text);
-}
-
-std::string User::selectedText(Widget field) {
-  DWORD start = 0;
-  DWORD end = 0;
-  SendMessageW(win(field), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-               reinterpret_cast<LPARAM>(&end));
-  return fromWide(windowText(win(field)).substr(start, end - start));
-}
-
-bool User::isShown(Widget widget) {
-  return IsWindowVisible(win(widget)) != FALSE;
-}
-
-bool User::isEnabled(Widget widget) {
-  return IsWindowEnabled(win(widget)) != FALSE;
-}
-
-bool User::isChecked(Widget option) {
-  return SendMessageW(win(option), BM_GETCHECK, 0, 0) == BST_CHECKED;
-}
-
-bool User::looksDefault(Widget button) {
-  return (style(win(button)) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
-}
-
-bool User::takesInputMethod(Widget field) {
-  const HIMC context = ImmGetContext(win(field));
-  ImmReleaseContext(win(field), context);
-  return context != nullptr;
-}
-
-std::string User::toolTip(Widget widget) {
-  const HWND root = GetAncestor(win(widget), GA_ROOT);
-  for (const HWND tips : windowsOfClass(TOOLTIPS_CLASSW)) {
-    if (GetWindow(tips, GW_OWNER) != root) continue;
-    std::array<wchar_t, 1024> text{};
-    TTTOOLINFOW tool{};
-    tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_IDISHWND;
-    tool.hwnd = root;
-    tool.uId = reinterpret_cast<std::uintptr_t>(win(widget));
-    tool.lpszText = text.data();
-    SendMessageW(tips, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
-    return fromWide(text.data());
-  }
-  return {};
-}
-
-std::string User::spokenName(Widget field) {
-  // Readers of the screen take the text that stands right before a field, shown or not.
-  const HWND before = GetWindow(win(field), GW_HWNDPREV);
-  return isOfClass(before, L"STATIC") ? fromWide(windowText(before)) : "";
+Sight User::look(Widget widget) {
+  const HWND seen = win(widget);
+  return {
+      .isShown = IsWindowVisible(seen) != FALSE,
+      .isEnabled = IsWindowEnabled(seen) != FALSE,
+      .isChecked = SendMessageW(seen, BM_GETCHECK, 0, 0) == BST_CHECKED,
+      .looksDefault = (style(seen) & BS_TYPEMASK) == BS_DEFPUSHBUTTON,
+      .takesInputMethod = takesInputMethod(seen),
+      .canBeMinimized = (style(seen) & WS_MINIMIZEBOX) != 0,
+      .text = shownText(seen),
+      .selectedText = selectedText(seen),
+      .toolTip = toolTip(seen),
+      .spokenName = spokenName(seen),
+      .place = place(seen),
+      .needed = needed(seen),
+  };
 }
 
 Widget User::focused() {
   return handle(GetFocus());
-}
-
-bool User::canBeMinimized(Widget window) {
-  return (style(win(window)) & WS_MINIMIZEBOX) != 0;
-}
-
-bool User::isBlocked(Widget window) {
-  return IsWindowEnabled(win(window)) == FALSE;
-}
-
-PixelRect User::place(Widget widget) {
-  RECT place{};
-  const HWND root = GetAncestor(win(widget), GA_ROOT);
-  if (win(widget) == root) {
-    GetClientRect(root, &place);
-  } else {
-    GetWindowRect(win(widget), &place);
-    MapWindowPoints(nullptr, root, reinterpret_cast<POINT*>(&place), 2);
-  }
-  return {static_cast<int>(place.left), static_cast<int>(place.top),
-          static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top)};
-}
-
-PixelPoint User::needed(Widget widget) {
-  const HWND seen = win(widget);
-  if (isOfClass(seen, L"STATIC")) {
-    const bool etched = (style(seen) & SS_TYPEMASK) >= SS_ETCHEDHORZ;
-    return {0, etched ? 0 : sizeOf(seen, windowText(seen), place(widget).width).y};
-  }
-  const PixelPoint letters = sizeOf(seen, L"mm");
-  if (!isOfClass(seen, L"BUTTON")) return {0, letters.y + 4};
-  // A push button has a frame, the others have a box in front.
-  return {sizeOf(seen, withoutMnemonics(windowText(seen))).x + letters.x, letters.y};
 }
 
 std::string User::message() {
@@ -307,7 +282,7 @@ std::string User::menu() {
                    MF_BYPOSITION);
     const UINT state = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
     const bool separator = (state & MF_SEPARATOR) != 0;
-    const std::string text = separator ? "-" : fromWide(withoutMnemonics(caption.data()));
+    const std::string text = separator ? "-" : withoutMnemonics(fromWide(caption.data()));
     lines += (separator || (state & MF_GRAYED) == 0 ? text : "(" + text + ")") + "|";
   }
   return lines;
