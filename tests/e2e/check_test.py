@@ -15,19 +15,17 @@ NOTHING_IN_THE_WAY, SOMETHING_IN_THE_WAY, WRONG_USE = 0, 1, 2
 
 
 class CheckTest(ShopTest):
-    THROUGH = ()  # a command that starts it in its turn
     SECONDS, SECONDS_WITH_SITE = 2, 5
     WORDS_AT_LOGIN = "220 ready"
 
     def run_check(self, shop, *options):
         """Beside the program, and as its user: the lock is the user's."""
         subprocess.run(["cp", CHECK, shop.folder], check=True)
-        user = {} if self.THROUGH else shop.hand_over()
+        user = shop.hand_over()
         before = self.state(shop)
         began = time.monotonic()
-        run = subprocess.run([*self.THROUGH, shop.folder / CHECK.name, *options], cwd="/",
-                             env=environment_on(None), capture_output=True,
-                             stdin=subprocess.DEVNULL, **user)
+        run = subprocess.run(shop.command(CHECK.name, *options), cwd="/", env=environment_on(None),
+                             capture_output=True, stdin=subprocess.DEVNULL, **user)
         self.seconds = time.monotonic() - began
         self.assertEqual(self.state(shop), before)
         return run

@@ -26,7 +26,7 @@ class StartUpTest(ShopTest):
         shop.ticket_settings.unlink()
         shop.start().expect_end(error=NO_TICKET_APPLICATION)
         # Not as a service manager hands it on, but as it is by itself.
-        run = shop.start(through=("env", "--default-signal=PIPE"))
+        run = shop.start(restore_signals=True)
         run.process.stderr.close()
         self.assertEqual(run.process.wait(END_SECONDS), 0)
 

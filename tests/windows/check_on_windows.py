@@ -3,12 +3,11 @@
 
 import unittest
 
-from windows_shop import WINE_RUN, WindowsShop
+from windows_shop import WindowsShop
 from check_test import CheckTest  # found by windows_shop
 
 
 class CheckOnWindows(CheckTest):
-    THROUGH = (WINE_RUN,)
     SECONDS = SECONDS_WITH_SITE = 60  # with Wine's own start
     WORDS_AT_LOGIN = "230 "
 
