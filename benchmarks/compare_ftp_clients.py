@@ -72,7 +72,7 @@ def compare_uploads(case, base):
     for name, client in (("program", program), ("lftp", by_lftp), ("ncftpput", by_ncftpput)):
         times = []
         for _ in range(ROUNDS):
-            server.folder.make("in", FILES)
+            server.make("in", FILES)
             server.commands.clear()
             times.append(client())
         medians[name] = statistics.median(times)
@@ -86,7 +86,7 @@ def compare_listings(case, base):
     print("one refresh of a folder, beside a whole lftp ls of it:")
     for count in (10, 1000, 10_000):
         server = VsftpdServer(case)
-        server.folder.make(".", {f"00345_{i:06}.txt": b"x" for i in range(count)})
+        server.make(".", {f"00345_{i:06}.txt": b"x" for i in range(count)})
         shop = lay_out(base, server, "")
         refresh, listed = run(SITE_RUN, shop, "refresh").split()
         case.assertEqual(int(listed), count)
@@ -98,11 +98,11 @@ def compare_listings(case, base):
 
 def measure_bulk(case, base):
     server = VsftpdServer(case)
-    server.folder.make("in", {f"99999_{i:06}.txt": b"x" for i in range(BULK_FILES)})
+    server.make("in", {f"99999_{i:06}.txt": b"x" for i in range(BULK_FILES)})
     shop = lay_out(base, server, "in", "--receptions", "20", "--desks", "2",
                    "--days", str(BULK_DAYS))
     total = float(run(SITE_RUN, shop, "bulk"))
-    arrived = len(server.folder.files("in")) - BULK_FILES
+    arrived = len(server.files("in")) - BULK_FILES
     case.assertGreaterEqual(arrived, BULK_DAYS)
     print(f"bulk run of {arrived} files into a folder of {BULK_FILES}: {total / 1000:.1f} s,"
           f" {total / arrived:.1f} ms a file")

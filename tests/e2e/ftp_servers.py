@@ -89,7 +89,7 @@ class PyftpdServer(Server):
         """Serves as many clients at a time as it is asked to serve, or all."""
         super().__init__(test)
         self.connections = connections
-        authorizer = DummyAuthorizer()
+        authorizer = self.authorizer = DummyAuthorizer()
         authorizer.add_user(self.user, self.password, str(self.root), perm="elradfmwMT")
         self.commands = []
         # A class of its own: what is set on a handler class holds for all its servers.

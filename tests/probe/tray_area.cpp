@@ -1,43 +1,34 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
-#include <QDBusVirtualObject>
 #include <QTimer>
 #include <chrono>
 #include <cstdio>
 
 /// A notification area on the session bus: takes the first icon that registers, says so and ends;
 /// gives up after a while.
-class TrayArea : public QDBusVirtualObject {
- public:
-  QString introspect(const QString&) const override {
-    return R"(<interface name="org.kde.StatusNotifierWatcher">
-      <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
-      <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
-      </interface>)";
+class TrayArea : public QObject {
+  Q_OBJECT
+  Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+  Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER isShown_ CONSTANT)
+
+ public slots:
+  void RegisterStatusNotifierItem(const QString&) {
+    std::puts("registered");
+    QCoreApplication::quit();
   }
 
-  bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
-    if (message.member() == "Introspect") return false;  // answered by introspect()
-    QDBusMessage reply = message.createReply();
-    // The one property: whether somebody shows the icons.
-    if (message.member() == "Get") reply << QVariant::fromValue(QDBusVariant(true));
-    bus.send(reply);
-    if (message.member() == "RegisterStatusNotifierItem") {
-      std::puts("registered");
-      QCoreApplication::quit();
-    }
-    return true;
-  }
+ private:
+  const bool isShown_ = true;
 };
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   QDBusConnection bus = QDBusConnection::sessionBus();
   TrayArea area;
-  bus.registerVirtualObject("/StatusNotifierWatcher", &area);
+  bus.registerObject("/StatusNotifierWatcher", &area, QDBusConnection::ExportAllContents);
   bus.registerService("org.kde.StatusNotifierWatcher");
   QTimer::singleShot(std::chrono::seconds(30), &application, &QCoreApplication::quit);
   return QCoreApplication::exec();
 }
+
+#include "tray_area.moc"

@@ -15,7 +15,7 @@ from pathlib import Path
 
 from windows_machine import WindowsMachine, windows_path
 
-PROGRAM = Path(os.environ["KARVEL_PROGRAM"])
+PROGRAM = Path(os.environ["KARVEL_WINDOWS_PROGRAM"])
 VERSION = os.environ["KARVEL_VERSION"]
 WORK = Path(os.environ["KARVEL_WORK_FOLDER"])
 MAKE_PACKAGES = Path(__file__).resolve().parents[2] / "packaging" / "make-packages"
