@@ -1,30 +1,12 @@
 #include "platform/linux/internet/ftp_control.h"
 
 #include <array>
-#include <cerrno>
 
 namespace karvel {
-namespace {
-
-constexpr int kClosing = 421;
-
-std::string_view withoutReturn(std::string_view line) {
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  return line;
-}
-
-}  // namespace
 
 FtpControl::ErrorNumber FtpControl::connect(const SocketAddresses& addresses) {
-  ErrorNumber error = Internet::kErrorNameNotResolved;
-  auto untried = static_cast<int>(addresses.size());
-  for (const SocketAddress& address : addresses) {
-    watch.beginStep(limits_.connect);
-    watch.beginStep(watch.remaining() / untried--);
-    socket_ = FtpSocket::connect(address, watch, error);
-    if (socket_.valid()) return 0;
-  }
-  return end(error);
+  const ErrorNumber error = socket_.connect(addresses, deadline(limits_.connect));
+  return error == 0 ? 0 : end(error);
 }
 
 FtpControl::ErrorNumber FtpControl::command(const std::string& line) {
@@ -36,56 +18,55 @@ FtpControl::ErrorNumber FtpControl::command(const std::string& line) {
 FtpControl::ErrorNumber FtpControl::send(const std::string& line) {
   if (ended_ != 0) return ended_;
   std::string bytes = line + "\r\n";
-  watch.beginStep(limits_.answer);
+  const Deadline limit = deadline(limits_.answer);
   while (!bytes.empty()) {
-    pollfd writable = socket_.awaiting(POLLOUT);
-    if (!waitFor({&writable, 1}, watch)) return end(Internet::kErrorTimeout);
+    if (!socket_.await(POLLOUT, limit)) return end(Internet::kErrorTimeout);
     const auto sent = socket_.send(bytes);
     // The server is gone. What it said before it went is still to be read, and tells why.
-    if (!sent) break;
-    bytes.erase(0, *sent);
+    if (sent.end) break;
+    bytes.erase(0, sent.count);
   }
   return 0;
 }
 
-FtpControl::ErrorNumber FtpControl::receiveReply(FtpTimeLimits::Milliseconds limit) {
+FtpControl::ErrorNumber FtpControl::receiveReply() {
+  constexpr int kClosing = 421;
   if (ended_ != 0) return ended_;
   reply_ = {};
-  watch.beginStep(limit);
-  while (true) {
-    if (const ErrorNumber error = takeLines()) return end(error);
-    if (reply_.complete()) replies_ += reply_.text() + "\r\n";
-    if (reply_.complete()) return reply_.code() == kClosing ? end(Internet::kErrorExtended) : 0;
-
-    pollfd readable = socket_.awaiting(POLLIN);
-    if (!waitFor({&readable, 1}, watch)) return end(Internet::kErrorTimeout);
-    std::array<char, 4096> bytes;
-    const auto count = socket_.receive(bytes);
-    if (!count) {
-      return end(errno == ECONNRESET ? Internet::kErrorConnectionReset
-                                     : Internet::kErrorConnectionAborted);
+  const Deadline limit = deadline(limits_.answer);
+  while (takeLines()) {
+    if (reply_.complete()) {
+      replies_ += reply_.text() + "\r\n";
+      return reply_.code() == kClosing ? end(Internet::kErrorExtended) : 0;
     }
-    input_.append(bytes.data(), *count);
+    if (!socket_.await(POLLIN, limit)) return end(Internet::kErrorTimeout);
+    std::array<char, 4096> bytes;
+    const auto received = socket_.receive(bytes);
+    if (received.end == 0) return end(Internet::kErrorConnectionAborted);
+    if (received.end) return end(*received.end);
+    input_.append(bytes.data(), received.count);
   }
+  return end(Internet::kErrorExtended);
 }
 
 FtpControl::ErrorNumber FtpControl::receiveLastReply() {
   do {
-    if (const ErrorNumber error = receiveReply(limits_.answer)) return error;
+    if (const ErrorNumber error = receiveReply()) return error;
   } while (reply_.preliminary());
   return 0;
 }
 
-FtpControl::ErrorNumber FtpControl::takeLines() {
+bool FtpControl::takeLines() {
   while (!reply_.complete()) {
     const auto end = input_.find('\n');
-    const bool endless = end == std::string::npos && input_.size() > FtpReply::kLongest;
-    if (end == std::string::npos && !endless) return 0;
-    const bool sensible = reply_.addLine(withoutReturn(std::string_view(input_).substr(0, end)));
-    if (!sensible || endless) return Internet::kErrorExtended;
+    const bool open = end == std::string::npos;
+    if (open && input_.size() <= FtpReply::kLongest) return true;
+    std::string_view line = std::string_view(input_).substr(0, end);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (!reply_.addLine(line) || open) return false;
     input_.erase(0, end + 1);
   }
-  return 0;
+  return true;
 }
 
 FtpControl::ErrorNumber FtpControl::end(ErrorNumber reason) {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
+#include "platform/ftp_time_limits.h"
 #include "platform/internet.h"
 #include "platform/linux/internet/ftp_reply.h"
 #include "platform/linux/internet/ftp_socket.h"
@@ -13,25 +15,32 @@ namespace karvel {
 ///
 /// What ends the connection (a failure, silence, a reply 421) is the result of that operation and
 /// of every later one, which then sends nothing; reply() stays the one that went with it. Results
-/// are 0 or the port's number. Operations wait within the limits and within the watch's exchange.
+/// are 0 or the port's number. Operations wait within the limits and within the exchange.
 class FtpControl {
  public:
   using ErrorNumber = Internet::ErrorNumber;
 
   explicit FtpControl(FtpTimeLimits limits) : limits_(limits) {}
 
-  /// Connects to the first of the addresses that answers. Each gets a fair share of the time that
-  /// the running exchange has left.
+  [[nodiscard]] const FtpTimeLimits& limits() const { return limits_; }
+  /// All that follows, up to the next exchange, may take `limit` together.
+  void beginExchange(FtpTimeLimits::Milliseconds limit) {
+    exchangeEnd_ = Deadline::clock::now() + limit;
+  }
+  /// For a step that begins now and may take `limit`, within its exchange.
+  [[nodiscard]] Deadline deadline(FtpTimeLimits::Milliseconds limit) const {
+    return std::min(exchangeEnd_, Deadline::clock::now() + limit);
+  }
+
   [[nodiscard]] ErrorNumber connect(const SocketAddresses& addresses);
 
   /// Sends a command line and waits for its last reply: kErrorExtended unless that is 2xx or 3xx.
   [[nodiscard]] ErrorNumber command(const std::string& line);
-
   /// Sends a command line without waiting.
   [[nodiscard]] ErrorNumber send(const std::string& line);
-  /// Waits at most `limit` for the next reply, whatever it says.
-  [[nodiscard]] ErrorNumber receiveReply(FtpTimeLimits::Milliseconds limit);
-  /// Waits for the next reply that is no preliminary one, each within the limit of an answer.
+  /// Waits for the next reply, whatever it says.
+  [[nodiscard]] ErrorNumber receiveReply();
+  /// Waits for the next reply that is no preliminary one.
   [[nodiscard]] ErrorNumber receiveLastReply();
 
   [[nodiscard]] const FtpReply& reply() const { return reply_; }
@@ -46,14 +55,13 @@ class FtpControl {
   /// What has ended the connection; 0 while it stands.
   [[nodiscard]] ErrorNumber ended() const { return ended_; }
 
-  [[nodiscard]] const FtpTimeLimits& limits() const { return limits_; }
-  FtpTimeWatch watch;  ///< of the running exchange
-
  private:
-  /// Takes the lines that have arrived, up to the end of the reply.
-  [[nodiscard]] ErrorNumber takeLines();
+  /// Takes the lines that have arrived, up to the end of the reply. False when no FTP server would
+  /// say that.
+  [[nodiscard]] bool takeLines();
 
   const FtpTimeLimits limits_;
+  Deadline exchangeEnd_;
   FtpSocket socket_;
   std::string input_;  ///< received, but not taken yet
   FtpReply reply_;

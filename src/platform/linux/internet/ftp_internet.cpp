@@ -119,12 +119,10 @@ bool FtpInternet::putFile(Handle session, const std::string& localPath,
   if (found == nullptr) return false;
   if (remoteName.empty() || isUnsafe(remoteName)) return fail(kErrorInvalidParameter);
   const bool text = (transferType & kTransferAscii) != 0;
-  auto reader =
-      UploadReader::open(localPath, text ? UploadReader::Mode::kText : UploadReader::Mode::kBinary);
+  auto reader = UploadReader::open(localPath, text ? TransferType::kText : TransferType::kBinary);
   if (!reader) return fail(kErrorFileNotFound);
   FtpSession& ftp = *found->ftp;
-  const auto type = text ? FtpSession::TransferType::kText : FtpSession::TransferType::kBinary;
-  return conclude(ftp, ftp.upload(remoteName, *reader, type));
+  return conclude(ftp, ftp.upload(remoteName, *reader));
 }
 
 bool FtpInternet::renameFile(Handle session, const std::string& from, const std::string& to) {

@@ -1,22 +1,16 @@
 #include "platform/linux/internet/ftp_reply.h"
 
+#include <charconv>
+
 namespace karvel {
 namespace {
 
 /// The code that a line begins with, 100 to 599; otherwise 0.
 int leadingCode(std::string_view line) {
-  if (line.size() < 3 || line[0] < '1' || line[0] > '5') return 0;
+  const std::string_view digits = line.substr(0, 3);
   int code = 0;
-  for (const char c : line.substr(0, 3)) {
-    if (c < '0' || c > '9') return 0;
-    code = code * 10 + (c - '0');
-  }
-  return code;
-}
-
-/// "226 Done." or "226" alone; a "-" behind the code announces further lines.
-bool isLastLine(std::string_view line) {
-  return line.size() == 3 || line[3] == ' ';
+  const auto [end, error] = std::from_chars(digits.begin(), digits.end(), code);
+  return end == line.begin() + 3 && code >= 100 && code < 600 ? code : 0;
 }
 
 }  // namespace
@@ -27,7 +21,8 @@ bool FtpReply::addLine(std::string_view line) {
 
   const int code = leadingCode(line);
   if (code_ == 0) code_ = code;
-  complete_ = code != 0 && code == code_ && isLastLine(line);
+  // "226 Done." or "226" alone; a "-" behind the code announces further lines.
+  complete_ = code != 0 && code == code_ && (line.size() == 3 || line[3] == ' ');
   return code_ != 0 && text_.size() <= kLongest;
 }
 

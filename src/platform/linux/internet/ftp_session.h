@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
-#include "platform/internet.h"
-#include "platform/linux/internet/ftp_control.h"
 #include "platform/linux/internet/ftp_listing.h"
+#include "platform/linux/internet/ftp_transfer.h"
 #include "platform/linux/internet/upload_reader.h"
 
 namespace karvel {
@@ -20,11 +20,7 @@ class FtpSession {
  public:
   using ErrorNumber = Internet::ErrorNumber;
 
-  enum class TransferType : char { kText = 'A', kBinary = 'I', kNone = 0 };
-
   FtpSession(FtpTimeLimits limits, bool passive) : control_(limits), passive_(passive) {}
-  FtpSession(const FtpSession&) = delete;
-  FtpSession& operator=(const FtpSession&) = delete;
   /// Says QUIT, if the session goes on, and waits a moment for the answer.
   ~FtpSession();
 
@@ -38,8 +34,7 @@ class FtpSession {
   /// RNFR and RNTO.
   [[nodiscard]] ErrorNumber rename(const std::string& from, const std::string& to);
   /// TYPE unless it is set, PASV or PORT (for IPv6 EPSV or EPRT), STOR.
-  [[nodiscard]] ErrorNumber upload(const std::string& remoteName, UploadReader& reader,
-                                   TransferType type);
+  [[nodiscard]] ErrorNumber upload(const std::string& remoteName, UploadReader& reader);
   /// Likewise with LIST, and an argument unless it is empty; the listing is added to `listing`.
   [[nodiscard]] ErrorNumber list(const std::string& argument, FtpListing& listing);
 
@@ -48,16 +43,13 @@ class FtpSession {
   [[nodiscard]] std::string takeReplies() { return control_.takeReplies(); }
 
  private:
-  class Transfer;
-  class Upload;
-  class Download;
-
-  [[nodiscard]] ErrorNumber transfer(const std::string& command, TransferType type,
-                                     Transfer& transfer);
+  /// TYPE unless the server has been told, then the transfer itself.
+  [[nodiscard]] ErrorNumber transfer(TransferType type, const std::string& command, short direction,
+                                     const MoveData& move);
 
   FtpControl control_;
   const bool passive_;
-  TransferType type_ = TransferType::kNone;  ///< that the server has been told
+  std::optional<TransferType> type_;  ///< that the server has been told
 };
 
 }  // namespace karvel

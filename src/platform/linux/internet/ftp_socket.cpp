@@ -1,90 +1,96 @@
 #include "platform/linux/internet/ftp_socket.h"
 
-#include <sys/socket.h>
-
 #include <cerrno>
 #include <utility>
 
 namespace karvel {
 namespace {
 
-constexpr int kStream = SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC;
+constexpr int kFlags = SOCK_NONBLOCK | SOCK_CLOEXEC;
 
-bool isForLater(int error) {
-  return error == EAGAIN || error == EWOULDBLOCK || error == EINTR;
+int newSocket(const SocketAddress& address) {
+  return ::socket(address.storage.ss_family, SOCK_STREAM | kFlags, 0);
 }
 
-/// What has become of a connect that was begun.
-int pendingError(int descriptor) {
-  int error = 0;
-  socklen_t length = sizeof error;
-  return getsockopt(descriptor, SOL_SOCKET, SO_ERROR, &error, &length) == 0 ? error : errno;
+FtpSocket::Moved moved(ssize_t count) {
+  if (count >= 0) return {static_cast<std::size_t>(count), std::nullopt};
+  if (errno == EAGAIN || errno == EINTR) return {};
+  const bool reset = errno == ECONNRESET;
+  return {0, reset ? Internet::kErrorConnectionReset : Internet::kErrorConnectionAborted};
 }
 
 }  // namespace
 
-FtpSocket FtpSocket::connect(const SocketAddress& address, const FtpTimeWatch& watch,
-                             Internet::ErrorNumber& error) {
-  FtpSocket socket(::socket(address.storage.ss_family, kStream, 0));
-  const int descriptor = socket.descriptor_.get();
-  int result = ::connect(descriptor, address.get(), address.length) == 0 ? 0 : errno;
-  if (result == EINPROGRESS) {
-    pollfd connected = socket.awaiting(POLLOUT);
-    result = waitFor({&connected, 1}, watch) ? pendingError(descriptor) : ETIMEDOUT;
+Internet::ErrorNumber FtpSocket::connect(const SocketAddresses& addresses, Deadline deadline) {
+  Internet::ErrorNumber error = Internet::kErrorNameNotResolved;
+  auto untried = static_cast<int>(addresses.size());
+  for (const SocketAddress& address : addresses) {
+    const auto now = Deadline::clock::now();
+    *this = FtpSocket(newSocket(address));
+    const int result = connectTo(address, now + (deadline - now) / untried--);
+    if (result == 0) return 0;
+    error = result == ETIMEDOUT ? Internet::kErrorTimeout : Internet::kErrorCannotConnect;
   }
-  if (result == 0) return socket;
-  error = result == ETIMEDOUT ? Internet::kErrorTimeout : Internet::kErrorCannotConnect;
-  return {};
+  close();
+  return error;
+}
+
+int FtpSocket::connectTo(const SocketAddress& address, Deadline deadline) const {
+  if (::connect(descriptor_.get(), address.get(), address.length) == 0) return 0;
+  if (errno != EINPROGRESS) return errno;
+  if (!await(POLLOUT, deadline)) return ETIMEDOUT;
+  int error = 0;
+  socklen_t length = sizeof error;
+  const int asked = getsockopt(descriptor_.get(), SOL_SOCKET, SO_ERROR, &error, &length);
+  return asked == 0 ? error : errno;
 }
 
 FtpSocket FtpSocket::listen(SocketAddress address) {
-  address.setPort(0);
-  FtpSocket socket(::socket(address.storage.ss_family, kStream, 0));
-  const int descriptor = socket.descriptor_.get();
   constexpr int kBacklog = 4;
+  address.setPort(0);
+  FtpSocket socket(newSocket(address));
+  const int descriptor = socket.descriptor_.get();
   const bool listens =
       ::bind(descriptor, address.get(), address.length) == 0 && ::listen(descriptor, kBacklog) == 0;
   return listens ? std::move(socket) : FtpSocket();
 }
 
-FtpSocket FtpSocket::accept(SocketAddress& peer) const {
-  peer = {};
-  return FtpSocket(
-      ::accept4(descriptor_.get(), peer.get(), &peer.length, SOCK_NONBLOCK | SOCK_CLOEXEC));
+FtpSocket FtpSocket::accept() const {
+  return FtpSocket(::accept4(descriptor_.get(), nullptr, nullptr, kFlags));
 }
 
-SocketAddress FtpSocket::local() const {
+SocketAddress FtpSocket::addressBy(decltype(getsockname)* ask) const {
   SocketAddress address;
-  getsockname(descriptor_.get(), address.get(), &address.length);
+  ask(descriptor_.get(), address.get(), &address.length);
   return address;
 }
 
-SocketAddress FtpSocket::peer() const {
-  SocketAddress address;
-  getpeername(descriptor_.get(), address.get(), &address.length);
-  return address;
-}
-
-std::optional<std::size_t> FtpSocket::receive(std::span<char> buffer) const {
-  errno = 0;
+FtpSocket::Moved FtpSocket::receive(std::span<char> buffer) const {
   const ssize_t count = ::recv(descriptor_.get(), buffer.data(), buffer.size(), 0);
-  if (count > 0) return static_cast<std::size_t>(count);
-  if (count < 0 && isForLater(errno)) return 0;
-  return std::nullopt;
+  return count == 0 ? Moved{0, 0} : moved(count);
 }
 
-std::optional<std::size_t> FtpSocket::send(std::string_view bytes) const {
-  const ssize_t count = ::send(descriptor_.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
-  if (count >= 0) return static_cast<std::size_t>(count);
-  return isForLater(errno) ? std::optional<std::size_t>(0) : std::nullopt;
+FtpSocket::Moved FtpSocket::send(std::string_view bytes) const {
+  return moved(::send(descriptor_.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL));
 }
 
-bool waitFor(std::span<pollfd> sockets, const FtpTimeWatch& watch) {
-  // Even a socket that is ready at all times must not outlast the watch.
-  for (auto left = watch.remaining(); left.count() > 0; left = watch.remaining()) {
+pollfd FtpSocket::awaiting(short events) const {
+  return {events == 0 ? -1 : descriptor_.get(), events, 0};
+}
+
+bool FtpSocket::await(short events, Deadline deadline) const {
+  pollfd socket = awaiting(events);
+  return waitFor({&socket, 1}, deadline);
+}
+
+bool waitFor(std::span<pollfd> sockets, Deadline deadline) {
+  while (true) {
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(deadline - Deadline::clock::now());
+    // Even a socket that is ready at all times must not outlast the deadline.
+    if (left.count() <= 0) return false;
     if (poll(sockets.data(), sockets.size(), static_cast<int>(left.count())) > 0) return true;
   }
-  return false;
 }
 
 }  // namespace karvel

@@ -2,52 +2,63 @@
 
 #include <poll.h>
 
+#include <chrono>
 #include <cstddef>
 #include <optional>
 #include <span>
 #include <string_view>
 
 #include "platform/internet.h"
-#include "platform/linux/internet/ftp_time_watch.h"
 #include "platform/linux/internet/socket_address.h"
 #include "platform/linux/system/file_descriptor.h"
 
 namespace karvel {
 
-/// A TCP socket. None of its operations blocks but connect(); waitFor() tells when one is ready.
+using Deadline = std::chrono::steady_clock::time_point;
+
+/// A TCP socket. Only connect() and await() block, and those no longer than their deadline.
 class FtpSocket {
  public:
   FtpSocket() = default;
 
-  /// Connects within the watch's time. On failure the socket is invalid and `error` has the
-  /// port's number: kErrorTimeout after silence, otherwise kErrorCannotConnect.
-  [[nodiscard]] static FtpSocket connect(const SocketAddress& address, const FtpTimeWatch& watch,
-                                         Internet::ErrorNumber& error);
+  /// Connects to the first of the addresses that answers; each gets a fair share of the time. 0, or
+  /// the port's number and an invalid socket: kErrorNameNotResolved when there are no addresses,
+  /// kErrorTimeout after silence, otherwise kErrorCannotConnect.
+  [[nodiscard]] Internet::ErrorNumber connect(const SocketAddresses& addresses, Deadline deadline);
   /// Listens at that address on a free port; invalid when that fails.
   [[nodiscard]] static FtpSocket listen(SocketAddress address);
-  /// A connection that waits, and where it comes from; invalid when there is none.
-  [[nodiscard]] FtpSocket accept(SocketAddress& peer) const;
+  /// A connection that waits; invalid when there is none.
+  [[nodiscard]] FtpSocket accept() const;
 
   [[nodiscard]] bool valid() const { return descriptor_.valid(); }
-  [[nodiscard]] SocketAddress local() const;
-  [[nodiscard]] SocketAddress peer() const;
+  [[nodiscard]] SocketAddress local() const { return addressBy(getsockname); }
+  [[nodiscard]] SocketAddress peer() const { return addressBy(getpeername); }
 
-  /// The number of bytes taken or given, 0 when the socket was not ready. Empty when the
-  /// connection is over: errno tells why, 0 stands for an orderly end.
-  [[nodiscard]] std::optional<std::size_t> receive(std::span<char> buffer) const;
-  [[nodiscard]] std::optional<std::size_t> send(std::string_view bytes) const;
+  struct Moved {
+    std::size_t count = 0;  ///< bytes; 0 when the socket was not ready
+    /// The connection is over: 0 when the other side has ended it in order, otherwise the port's
+    /// number.
+    std::optional<Internet::ErrorNumber> end;
+  };
+  [[nodiscard]] Moved receive(std::span<char> buffer) const;
+  [[nodiscard]] Moved send(std::string_view bytes) const;
 
+  /// POLLIN or POLLOUT for waitFor(). An invalid socket is never ready, nor is one for 0.
+  [[nodiscard]] pollfd awaiting(short events) const;
+  /// waitFor() this socket alone.
+  [[nodiscard]] bool await(short events, Deadline deadline) const;
   void close() { descriptor_.close(); }
-  /// For waitFor(); an invalid socket is never ready.
-  [[nodiscard]] pollfd awaiting(short events) const { return {descriptor_.get(), events, 0}; }
 
  private:
   explicit FtpSocket(int descriptor) : descriptor_(descriptor) {}
+  /// 0 or the system's error number.
+  [[nodiscard]] int connectTo(const SocketAddress& address, Deadline deadline) const;
+  [[nodiscard]] SocketAddress addressBy(decltype(getsockname)* ask) const;
 
   FileDescriptor descriptor_;
 };
 
-/// Waits until one of the sockets is ready; false when the watch's time is up before.
-[[nodiscard]] bool waitFor(std::span<pollfd> sockets, const FtpTimeWatch& watch);
+/// Waits until one of the sockets is ready; false when the deadline has come before.
+[[nodiscard]] bool waitFor(std::span<pollfd> sockets, Deadline deadline);
 
 }  // namespace karvel

@@ -1,26 +1,18 @@
 #include "platform/linux/internet/socket_address.h"
 
-#include <arpa/inet.h>
 #include <netdb.h>
+#include <netinet/in.h>
 
 #include <array>
 #include <cstring>
 #include <future>
-#include <memory>
 #include <system_error>
 #include <thread>
 
 namespace karvel {
-namespace {
 
 // Both families hold the port at the same place.
 static_assert(offsetof(sockaddr_in, sin_port) == offsetof(sockaddr_in6, sin6_port));
-
-struct AddressListEnd {
-  void operator()(addrinfo* list) const { freeaddrinfo(list); }
-};
-
-}  // namespace
 
 std::uint16_t SocketAddress::port() const {
   return ntohs(reinterpret_cast<const sockaddr_in&>(storage).sin_port);
@@ -31,28 +23,25 @@ void SocketAddress::setPort(std::uint16_t port) {
 }
 
 std::string SocketAddress::host() const {
-  std::array<char, INET6_ADDRSTRLEN> digits{};
-  const void* const bytes =
-      isIpv6() ? static_cast<const void*>(&reinterpret_cast<const sockaddr_in6&>(storage).sin6_addr)
-               : static_cast<const void*>(&reinterpret_cast<const sockaddr_in&>(storage).sin_addr);
-  inet_ntop(storage.ss_family, bytes, digits.data(), digits.size());
-  return digits.data();
+  std::array<char, NI_MAXHOST> digits{};
+  getnameinfo(get(), length, digits.data(), digits.size(), nullptr, 0, NI_NUMERICHOST);
+  const std::string host = digits.data();
+  return host.substr(0, host.find('%'));
 }
 
 SocketAddresses addressesOf(const std::string& host, std::uint16_t port) {
   addrinfo hints{};
   hints.ai_socktype = SOCK_STREAM;
-  addrinfo* found = nullptr;
-  if (host.empty() || getaddrinfo(host.c_str(), nullptr, &hints, &found) != 0) return {};
-  const std::unique_ptr<addrinfo, AddressListEnd> list(found);
+  addrinfo* list = nullptr;
+  if (host.empty() || getaddrinfo(host.c_str(), nullptr, &hints, &list) != 0) return {};
   SocketAddresses addresses;
-  for (; found != nullptr; found = found->ai_next) {
-    if (found->ai_family != AF_INET && found->ai_family != AF_INET6) continue;
+  for (const addrinfo* found = list; found != nullptr; found = found->ai_next) {
     SocketAddress& address = addresses.emplace_back();
     std::memcpy(&address.storage, found->ai_addr, found->ai_addrlen);
     address.length = found->ai_addrlen;
     address.setPort(port);
   }
+  freeaddrinfo(list);
   return addresses;
 }
 

@@ -21,7 +21,7 @@ struct SocketAddress {
   [[nodiscard]] bool isIpv6() const { return storage.ss_family == AF_INET6; }
   [[nodiscard]] std::uint16_t port() const;
   void setPort(std::uint16_t port);
-  /// The address without its port, in digits.
+  /// The address without port and zone, in digits.
   [[nodiscard]] std::string host() const;
 };
 

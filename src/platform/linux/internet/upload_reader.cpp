@@ -8,14 +8,14 @@
 
 namespace karvel {
 
-std::optional<UploadReader> UploadReader::open(const std::string& path, Mode mode) {
+std::optional<UploadReader> UploadReader::open(const std::string& path, TransferType type) {
   // Without O_NONBLOCK the mere opening of a pipe would wait for its other end.
   FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
   if (!file.valid() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
     return std::nullopt;
   }
-  return UploadReader(std::move(file), mode, static_cast<std::uint64_t>(status.st_size));
+  return UploadReader(std::move(file), type, static_cast<std::uint64_t>(status.st_size));
 }
 
 std::optional<std::string_view> UploadReader::next() {
@@ -27,7 +27,7 @@ std::optional<std::string_view> UploadReader::next() {
   if (count < 0) return std::nullopt;
 
   const std::string_view read(bytes.data(), static_cast<std::size_t>(count));
-  if (mode_ == Mode::kBinary) return piece_ = read;
+  if (type_ == TransferType::kBinary) return piece_ = read;
   piece_.clear();
   for (const char c : read) {
     if (c == '\n' && !afterReturn_) piece_ += '\r';
