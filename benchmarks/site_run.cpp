@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "app/program.h"
-#include "contract/make_internet.h"
 #include "contract/ports.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_instance.h"

@@ -7,10 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "contract/make_internet.h"
+#include "contract/ports.h"
 #include "contract/scratch_folder.h"
 #include "fakes/scripted_ftp_server.h"
-#include "platform/internet.h"
 
 namespace karvel {
 
@@ -18,22 +17,36 @@ namespace karvel {
 class InternetTest : public ::testing::Test {
  protected:
   using Handle = Internet::Handle;
+  using ErrorNumber = Internet::ErrorNumber;
   using Names = std::vector<std::string>;
+  using Files = ScriptedFtpServer::Files;
 
-  explicit InternetTest(ScriptedFtpServer::Options options = {}) : server_(std::move(options)) {}
+  explicit InternetTest(const char* host = TestSocket::kIpv4) : server_(host) {}
 
-  [[nodiscard]] Internet::Account account() const;
+  [[nodiscard]] Internet::Account account() const {
+    return {server_.host(), server_.port(), ScriptedFtpServer::kUser, ScriptedFtpServer::kPassword};
+  }
   /// Logs in, as a passive session unless told otherwise.
-  Handle connect(std::uint32_t flags = Internet::kFlagPassive);
-  /// Sets both time limits of the library.
-  void setTimeLimits(std::uint32_t milliseconds);
+  Handle connect(std::uint32_t flags = Internet::kFlagPassive) {
+    return internet_->connect(root_, account(), flags);
+  }
 
-  /// A local file with that content; its path.
-  std::string localFile(const std::string& content);
+  /// Uploads a file with that content.
   bool put(Handle session, const std::string& content, const std::string& remoteName,
-           std::uint32_t type = Internet::kTransferBinary);
+           std::uint32_t type = Internet::kTransferBinary) {
+    return internet_->putFile(session, folder_.add("upload.bin", content), remoteName, type);
+  }
   /// The names of the current folder.
-  Names list(Handle session);
+  Names list(Handle session) {
+    Names names;
+    Internet::FindData entry;
+    const Handle find = internet_->findFirst(session, "*.*", entry);
+    for (bool found = find != 0; found; found = internet_->findNext(find, entry)) {
+      names.push_back(entry.name);
+    }
+    EXPECT_EQ(internet_->close(find), find != 0);
+    return names;
+  }
 
   ScriptedFtpServer server_;
   ScratchFolder folder_;

@@ -12,8 +12,6 @@ enum class Difference {
   // servers that fall silent or speak no FTP are tried where the limits hold, and a run is broken
   // off in fewer of the ways that need none.
   kTimeLimitsDoNotHold,
-  // It does not look at the greeting's code.
-  kGreetingIsNotChecked,
   // Of a reply of several lines it keeps the last one.
   kReplyIsItsLastLine,
   // It gives the numbers of its own state or of the socket layer when the server is gone.

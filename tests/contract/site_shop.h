@@ -5,7 +5,7 @@
 #include <string>
 
 #include "app/program.h"
-#include "contract/make_internet.h"
+#include "contract/ports.h"
 #include "contract/scratch_folder.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_desktop.h"
@@ -14,8 +14,8 @@
 namespace karvel {
 
 /// The whole program with the platform's own files, settings and internet library, in a folder of
-/// its own: a shop with one desk that sends to a scripted server. Its clock stands still, so that
-/// every run sends the same bytes; its panel is never drawn.
+/// its own: a shop with one desk that sends to a scripted server of its own. Its clock stands
+/// still, so that every run sends the same bytes; its panel is never drawn.
 class SiteShop {
   ScratchFolder folder_;
   Platform platform_;
@@ -25,31 +25,32 @@ class SiteShop {
   static constexpr const char* kTable = "00345_240115.txt";
   static constexpr const char* kShopInfo = "1200345.inf";
   /// The folder on the server that the shop sends to.
-  static constexpr const char* kSiteFolder = "in";
+  static constexpr const char* kSiteFolder = "/in";
 
-  /// The user's own site is the server, its account the shop's.
-  explicit SiteShop(ScriptedFtpServer& server);
+  SiteShop();
 
+  ScriptedFtpServer server;
   FakeClock& clock;
+  FakeDesktop& desktop;
   /// Of the internet library's time limits, in milliseconds, in the runs from now on.
   std::uint32_t longestLimit = kNoLimit;
-  FakeDesktop& desktop;
 
   // Settings; the panel takes its own from them at start().
   void setOwn(const std::string& key, const std::string& value);
   [[nodiscard]] std::string own(const std::string& key) const;
-  void setPassive(bool passive) { setOwn("FTP PSIV", passive ? "1" : "0"); }
 
   /// Starts the program, resident, with its tick counter at 0 and no site reached yet.
   void start();
   /// One unattended run, as the tray menu starts it.
-  void send();
-  [[nodiscard]] FtpForm& form();
+  void send() { form().MyMenu_Send.onClick(); }
+  [[nodiscard]] FtpForm& form() { return program_->mainForm(); }
 
+  /// What is in the site's folder.
+  [[nodiscard]] ScriptedFtpServer::Files delivered() const { return server.files(kSiteFolder); }
   /// The run log, which begins anew.
   std::string takeLog();
   /// Nothing that a run makes is left in the program's folder.
-  [[nodiscard]] bool isTidy() const;
+  [[nodiscard]] bool isTidy() const { return !folder_.has(kTable) && !folder_.has(kShopInfo); }
 
  private:
   std::unique_ptr<Program> program_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -9,72 +10,99 @@
 #include <utility>
 #include <vector>
 
-#include "fakes/ftp_fault.h"
-#include "fakes/remote_tree.h"
 #include "fakes/test_socket.h"
 
 namespace karvel {
 
+/// What a scripted FTP server does wrong with one command.
+struct FtpFault {
+  enum Kind {
+    kNone,
+    // Instead of the command:
+    kRefuse,        ///< this text is the answer
+    kDrop,          ///< the control connection ends
+    kReset,         ///< likewise, with a reset
+    kStall,         ///< no answer ever; the connection stays
+    kEndlessReply,  ///< this text again and again, with that pause, as long as the client is there
+    // With the command:
+    kDelay,         ///< carried out that much later
+    kReplaceReply,  ///< this text is the last reply
+    kSplitReply,    ///< the replies arrive byte by byte, with that pause
+    kDropAfter,     ///< after the answer the control connection ends
+    // With its data:
+    kListing,         ///< this text instead of what is in the folder
+    kEndlessListing,  ///< this text again and again, with that pause
+    kCutTransfer,     ///< the data connection ends after so many bytes; the server then says so
+    kDropTransfer,    ///< both connections end after so many bytes
+    kStallTransfer,   ///< the server does nothing more after so many bytes
+    kLateConnection,  ///< an active transfer is announced that much earlier than it is connected
+    // With the port of the data:
+    kRefusedPort,     ///< a passive port that refuses connections
+    kSilentPort,      ///< one that does not answer
+    kForeignAddress,  ///< one that is told with the address of another machine
+    kStranger,        ///< another machine connects to an active port before the server does
+  };
+
+  Kind kind = kNone;
+  std::string text{};
+  std::chrono::milliseconds time{0};
+  std::size_t bytes = std::string::npos;
+};
+
 /// An FTP server for tests, in this process, on a free loopback port, with its files in memory.
 ///
-/// It does what it is asked unless its script says otherwise: on("STOR", 2, FtpFault::refuse("552
-/// Full.")) refuses the second STOR. The greeting is scripted as the command kGreeting. One client
+/// It does what it is asked unless its script says otherwise: on("STOR", 2, {FtpFault::kRefuse,
+/// "552 Full."}) refuses the second STOR. The greeting counts as a command, kGreeting. One client
 /// is served at a time. Its destructor ends the server, whatever state a client is in.
+///
+/// Paths are absolute and parted by "/"; that of the login folder is "".
 class ScriptedFtpServer {
  public:
+  using Files = std::map<std::string, std::string>;  ///< contents by name
+
+  static constexpr const char* kUser = "shop";
+  static constexpr const char* kPassword = "secret";
   static constexpr const char* kGreeting = "(greeting)";
   static constexpr int kEvery = 0;
 
-  struct Options {
-    TestSocket::Host host = TestSocket::Host::kIpv4;
-    std::string user = "shop";
-    std::string password = "secret";
-  };
-
-  ScriptedFtpServer();
-  explicit ScriptedFtpServer(Options options);
-  ScriptedFtpServer(const ScriptedFtpServer&) = delete;
-  ScriptedFtpServer& operator=(const ScriptedFtpServer&) = delete;
+  explicit ScriptedFtpServer(const char* host = TestSocket::kIpv4);
   ~ScriptedFtpServer();
 
-  [[nodiscard]] int port() const { return port_; }
-  [[nodiscard]] const Options& options() const { return options_; }
-  RemoteTree& tree() { return tree_; }
+  [[nodiscard]] const char* host() const { return host_; }
+  [[nodiscard]] int port() const { return listener_.port(); }
 
   /// Sets what happens at the n-th occurrence of a command since the server began, counted from 1,
   /// or at every one.
   void on(const std::string& command, int occurrence, FtpFault fault);
   /// Forgets the script and the counts.
   void behave();
-  /// Gives this text for LIST instead of what is in the folder.
-  void setListing(std::string text);
 
-  /// The command lines as they arrived, oldest first, without the arguments of PORT and EPRT,
-  /// which differ each time.
-  [[nodiscard]] std::vector<std::string> transcript() const;
-  void clearTranscript();
-  /// The number of control connections so far.
-  [[nodiscard]] int connections() const { return connections_; }
+  /// Adds a folder or a file, and the folders above it.
+  void addFolder(const std::string& path);
+  void addFile(const std::string& path, std::string content);
+  /// What files are directly in a folder.
+  [[nodiscard]] Files files(const std::string& folder = "") const;
+
+  /// The commands since this was asked for last, the greeting too, as they arrived, but without
+  /// the arguments of PORT and EPRT, which differ each time.
+  std::vector<std::string> takeTranscript();
 
  private:
-  friend class FtpServerSession;
+  class Session;
 
   void serve();
-  FtpFault recordAndChoose(const std::string& command, const std::string& line);
-  [[nodiscard]] std::optional<std::string> listing() const;
 
-  const Options options_;
-  TestSocket listener_;
-  int port_ = 0;
-  RemoteTree tree_;
+  const char* const host_;
+  const TestSocket listener_;
+  const TestSocket passive_;  ///< for the data of all passive transfers
   std::atomic<bool> stopping_ = false;
-  std::atomic<int> connections_ = 0;
 
   mutable std::mutex mutex_;
   std::map<std::pair<std::string, int>, FtpFault> script_;
   std::map<std::string, int> counts_;
   std::vector<std::string> transcript_;
-  std::optional<std::string> listing_;
+  /// By path: of a file its content, of a folder nothing.
+  std::map<std::string, std::optional<std::string>> tree_;
 
   std::thread thread_;
 };

@@ -2,9 +2,9 @@
 
 #include <chrono>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace karvel {
 
@@ -12,27 +12,30 @@ namespace karvel {
 class TestSocket {
  public:
   using Milliseconds = std::chrono::milliseconds;
-  /// 127.0.0.1, ::1, and 127.0.0.2, which stands for another machine.
-  enum class Host { kIpv4, kIpv6, kOther };
+
+  static constexpr const char* kIpv4 = "127.0.0.1";
+  static constexpr const char* kIpv6 = "::1";
+  static constexpr const char* kOther = "127.0.0.2";  ///< stands for another machine
 
   TestSocket() = default;
-  TestSocket(TestSocket&& other) noexcept;
-  TestSocket& operator=(TestSocket&& other) noexcept;
-  ~TestSocket();
+  TestSocket(TestSocket&& other) noexcept : socket_(std::exchange(other.socket_, kNone)) {}
+  TestSocket& operator=(TestSocket&& other) noexcept {
+    std::swap(socket_, other.socket_);
+    return *this;
+  }
+  ~TestSocket() { close(); }
 
   /// Listens, on a free port unless one is given; invalid when it is taken.
-  static TestSocket listen(Host host, int port = 0);
+  static TestSocket listen(const std::string& host, int port = 0, int backlog = 16);
   /// Listens, but answers nobody: the one connection that may wait is there already.
-  static TestSocket listenSilently(Host host, int port = 0);
-  /// Connects to a port of kIpv4 or kIpv6, and comes from there or from kOther.
-  static TestSocket connect(Host host, int port);
+  static TestSocket listenSilently(const std::string& host, int port = 0);
+  static TestSocket connect(const std::string& host, int port, const std::string& from);
 
-  [[nodiscard]] bool valid() const;
+  [[nodiscard]] bool valid() const { return socket_ != kNone; }
   [[nodiscard]] int port() const;  ///< the local one
 
   /// The next connection; invalid when none comes in time.
   [[nodiscard]] TestSocket accept(Milliseconds time) const;
-
   [[nodiscard]] bool waitReadable(Milliseconds time) const;
   [[nodiscard]] bool waitWritable(Milliseconds time) const;
   /// What is there, at most `limit` bytes; empty at the end of the connection.
@@ -40,7 +43,7 @@ class TestSocket {
   /// The number of bytes sent, which may be fewer than given; 0 when the connection is gone.
   [[nodiscard]] std::size_t send(std::string_view bytes) const;
   void close();
-  /// Closes so that the peer sees a reset.
+  /// Closes so that the peer sees a reset. No side then keeps its port for a while (TIME_WAIT).
   void reset();
 
  private:
@@ -48,8 +51,8 @@ class TestSocket {
   using Native = std::intptr_t;
   static constexpr Native kNone = -1;
 
-  explicit TestSocket(Native socket) : socket_(socket) {}
-  static TestSocket bound(Host host, int port);
+  static TestSocket bound(const std::string& host, int port);
+  [[nodiscard]] bool wait(int events, Milliseconds time) const;
 
   Native socket_ = kNone;
 };

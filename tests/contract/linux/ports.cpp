@@ -1,5 +1,6 @@
 #include "contract/ports.h"
 
+#include "platform/linux/internet/ftp_internet.h"
 #include "platform/linux/system/ini_profile.h"
 #include "platform/linux/system/posix_files.h"
 #include "platform/linux/system/user_instance.h"
@@ -16,6 +17,10 @@ std::unique_ptr<Profile> makeProfile() {
 
 std::unique_ptr<Instance> makeInstance() {
   return std::make_unique<UserInstance>();
+}
+
+std::unique_ptr<Internet> makeInternet(const std::uint32_t& longestLimit) {
+  return std::make_unique<ImpatientInternet<FtpInternet>>(longestLimit);
 }
 
 }  // namespace karvel

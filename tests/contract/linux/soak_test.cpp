@@ -48,9 +48,7 @@ TEST(Soak, SendsOnTimeAndHoldsNoMoreThanAtItsBeginning) {
                                    {2024, 12, 31, 23, 59, 59}, {2025, 1, 1, 0, 0, 0},
                                    {2024, 2, 29, 12, 0, 0},    {1999, 12, 31, 23, 59, 59},
                                    {2099, 6, 30, 1, 2, 3},     {2024, 1, 15, 9, 5, 7}};
-  ScriptedFtpServer server;
-  server.tree().addFolder(std::string("/") + SiteShop::kSiteFolder);
-  SiteShop shop(server);
+  SiteShop shop;
   shop.setOwn("FTP TIME", "1");
   shop.start();
   const int runs = runsWanted();
@@ -60,10 +58,10 @@ TEST(Soak, SendsOnTimeAndHoldsNoMoreThanAtItsBeginning) {
       shop.clock.time = kMoments[(run * kTicksOfARun + tick) / 97 % std::size(kMoments)];
       shop.desktop.timer->pass();
     }
-    EXPECT_EQ(server.connections(), run + 1);
+    const auto commands = shop.server.takeTranscript();
+    EXPECT_EQ(std::ranges::count(commands, ScriptedFtpServer::kGreeting), 1);
     EXPECT_FALSE(shop.form().SndNG);
     EXPECT_TRUE(shop.isTidy());
-    server.clearTranscript();
     if (run == runs / 4) early = ProcessUsage::now();
   }
   const ProcessUsage late = ProcessUsage::now();
@@ -87,11 +85,9 @@ TEST(HostileServer, CostsBoundedTimeAndMemory) {
   };
   for (const std::string& listing : listings) {
     SCOPED_TRACE(listing.substr(0, 60));
-    ScriptedFtpServer server;
-    server.tree().addFolder(std::string("/") + SiteShop::kSiteFolder);
-    server.setListing(listing);
-    server.on("QUIT", ScriptedFtpServer::kEvery, FtpFault::replaceReply(std::string(100'000, '9')));
-    SiteShop shop(server);
+    SiteShop shop;
+    shop.server.on("LIST", ScriptedFtpServer::kEvery, {FtpFault::kListing, listing});
+    shop.server.on("QUIT", 1, {FtpFault::kReplaceReply, std::string(100'000, '9')});
     shop.longestLimit = 2000;
     shop.start();
     const std::size_t before = ProcessUsage::now().bytes;

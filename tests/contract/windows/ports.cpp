@@ -1,5 +1,6 @@
 #include "contract/ports.h"
 
+#include "platform/windows/internet/wininet_internet.h"
 #include "platform/windows/system/user_instance.h"
 #include "platform/windows/system/win32_files.h"
 #include "platform/windows/system/win32_profile.h"
@@ -16,6 +17,10 @@ std::unique_ptr<Profile> makeProfile() {
 
 std::unique_ptr<Instance> makeInstance() {
   return std::make_unique<UserInstance>();
+}
+
+std::unique_ptr<Internet> makeInternet(const std::uint32_t& longestLimit) {
+  return std::make_unique<ImpatientInternet<WininetInternet>>(longestLimit);
 }
 
 }  // namespace karvel
