@@ -37,12 +37,13 @@ struct Sight {
   bool looksDefault = false;  ///< framed as the button that Enter presses
   bool takesInputMethod = false;
   bool canBeMinimized = false;
-  std::string text;  ///< letter for letter; a password as what is shown for it
+  bool waits = false;  ///< the mouse over it has the shape of waiting
+  std::string text;    ///< letter for letter; a password as what is shown for it
   std::string selectedText;
   std::string toolTip;
   std::string spokenName;  ///< what a screen reader calls a field
   PixelRect place;         ///< of a control within its window, or of the window's whole inside
-  PixelPoint needed;       ///< for the caption, as it is wrapped, and its frame; 0 is any
+  PixelPoint needed;       ///< for what is written in a field or button, and its frame
 };
 
 /// As a caption is shown in which "&" underlines a letter and "&&" stands for itself.

@@ -51,7 +51,7 @@ TEST_P(Layout, EveryControlIsThereWithNothingCutAndNothingOverlapped) {
     SCOPED_TRACE(std::string(row.name) + " " + std::to_string(row.index));
     const Sight seen = look(*control);
     EXPECT_EQ(seen.isEnabled, control->enabled());
-    EXPECT_EQ(seen.toolTip, row.toolTip);
+    EXPECT_EQ(seen.toolTip, row.toolTip) << "a label's text is its tip when it is too long";
     if (row.kind == ControlKind::kTextBox) {
       EXPECT_EQ(seen.spokenName, row.accessibleName);
     }

@@ -123,7 +123,9 @@ TEST_F(Window, WhatIsClickedWhileTheProgramIsBusyIsDiscardedAndTheFocusStays) {
       const BusyScope busy(*desktop_, form_);
       user_.clickAhead(button(2));
       user_.clickAhead(widget("Option", 1));
+      EXPECT_TRUE(User::look(field(0)).waits);
     }
+    EXPECT_FALSE(User::look(field(0)).waits);
     enable(true);
   };
   user_.click(button(2));

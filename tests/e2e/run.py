@@ -8,11 +8,9 @@ from pathlib import Path
 
 
 def cases_of(suite):
-    for entry in suite:
-        if isinstance(entry, unittest.TestSuite):
-            yield from cases_of(entry)
-        else:
-            yield entry
+    if isinstance(suite, unittest.TestCase):
+        return [suite]
+    return [case for entry in suite for case in cases_of(entry)]
 
 
 def run(case):
@@ -23,7 +21,7 @@ def run(case):
 
 def main(pattern="*_test.py", side_by_side="12"):
     suite = unittest.defaultTestLoader.discover(Path(__file__).parent, pattern)
-    cases = list(cases_of(suite))
+    cases = cases_of(suite)
     failed = 0
     with ThreadPoolExecutor(int(side_by_side)) as pool:
         for case, result in pool.map(run, cases):

@@ -63,9 +63,9 @@ class Screen:
                         "a notification area", START_SECONDS)
         return tray
 
-    def spawn(self, *command, stdout=subprocess.DEVNULL, **how):
-        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL,
-                                   stdout=stdout, stderr=subprocess.DEVNULL, **how)
+    def spawn(self, *command, **how):
+        quietly = dict.fromkeys(("stdin", "stdout", "stderr"), subprocess.DEVNULL)
+        process = subprocess.Popen(command, env=self.environment, **(quietly | how))
         self.add_cleanup(self.end, process)
         return process
 
@@ -73,10 +73,11 @@ class Screen:
         process.kill()
         process.communicate()
 
-    def ask(self, *command):
+    def ask(self, *command, encoding="utf-8"):
         """What a tool says; empty when it finds nothing."""
         return subprocess.run(command, env=self.environment, check=False, timeout=WAIT_SECONDS,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.decode()
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL).stdout.decode(encoding)
 
     def wait_until(self, condition, what, seconds=WAIT_SECONDS):
         deadline = time.monotonic() + seconds

@@ -101,11 +101,11 @@ class Shop:
         """Name and content of every file in the output folder."""
         return {path.name: path.read_bytes() for path in self.out.iterdir()}
 
-    def start(self, *arguments, screen=None, **how):
+    def start(self, *arguments, screen=None, variables=(), **how):
         self.home.mkdir(mode=0o700, exist_ok=True)
         homes = {"HOME": str(self.home), "XDG_RUNTIME_DIR": str(self.home)}
         return Run(self, self.command(self.PROGRAM.name, *arguments),
-                   environment_on(screen) | homes, **self.hand_over(), **how)
+                   environment_on(screen) | homes | dict(variables), **self.hand_over(), **how)
 
     def command(self, program, *arguments):
         return [*self.THROUGH, self.folder / program, *arguments]

@@ -30,13 +30,23 @@ class StartUpTest(ShopTest):
         run.process.stderr.close()
         self.assertEqual(run.process.wait(END_SECONDS), 0)
 
-    def test_windows_need_a_display(self):
+    def test_windows_need_a_display_that_answers(self):
         shop = self.shop()
         before = shop.own_settings.read_bytes()
-        for argument in ("-INIT", "-GRUP"):
-            with self.subTest(argument):
-                shop.start(argument).expect_end(status=1, error=NO_DISPLAY, seconds=10)
+        for argument, display in (
+                ("-INIT", {}), ("-GRUP", {}), ("-INIT", {"DISPLAY": "nonsense"}),
+                ("-INIT", {"DISPLAY": ":4711", "QT_QPA_PLATFORM": "xcb"}),
+                ("-INIT", {"WAYLAND_DISPLAY": "wayland-4711"}),
+                ("-INIT", {"WAYLAND_DISPLAY": "/" + 500 * "x"}),
+                ("-INIT", {"WAYLAND_DISPLAY": "/nonexistent", "QT_QPA_PLATFORM": "wayland"})):
+            with self.subTest(argument, **display):
+                run = shop.start(argument, variables=display)
+                run.expect_end(status=1, error=NO_DISPLAY, seconds=10)
         self.assertEqual(shop.own_settings.read_bytes(), before)
+        run = shop.start("-INIT", variables={"DISPLAY": ":4711", "QT_QPA_PLATFORM": "offscreen",
+                                             "QT_LOGGING_RULES": "default.warning=false"})
+        run.wait_for_start()
+        run.end_in_order(run.process.terminate)
 
     def test_signals_end_it_in_order(self):
         shop = self.shop("--receptions", "1")

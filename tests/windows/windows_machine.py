@@ -32,23 +32,14 @@ class WindowsMachine(Screen):
         # What the first program starts besides itself keeps that program's output open.
         self.run("wineboot")
 
-    def start(self, program, *arguments):
-        return self.spawn(WINE_RUN, program, *arguments)
+    def start(self, program, *arguments, **how):
+        return self.spawn(WINE_RUN, program, *arguments, **how)
 
     def run(self, program, *arguments):
         """Runs a program to its end; its exit code."""
         return subprocess.run([WINE_RUN, program, *arguments], env=self.environment,
                               stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                               stderr=subprocess.DEVNULL, timeout=PROGRAM_SECONDS).returncode
-
-    def start_holding(self, file, folder):
-        """Starts something that has a file open for writing, and has written to it, until its
-        standard input ends; `folder` takes the script."""
-        script = folder / "hold.bat"
-        script.write_bytes(f'@pause >> "{windows_path(file)}"\r\n'.encode("cp932"))
-        return subprocess.Popen([WINE_RUN, "cmd", "/c", windows_path(script)],
-                                env=self.environment, stdin=subprocess.PIPE,
-                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def settled_window(self, title):
         """The window with this in its title, when nothing moves in it any more."""
@@ -59,19 +50,6 @@ class WindowsMachine(Screen):
         return shown()[-1]
 
     def registry_values(self, key):
-        """The texts and numbers under a key of the user's; empty when there is no such key."""
-        export = self.prefix / "export.reg"
-        export.unlink(missing_ok=True)
-        self.run("reg", "export", f"HKCU\\{key}", windows_path(export), "/y")
-        if not export.exists():
-            return {}
-        lines = export.read_text(encoding="utf-16").splitlines()
-        pairs = (re.fullmatch(r'"([^"]+)"=(?:"(.*)"|dword:(\w+))', line) for line in lines)
-        return {pair[1]: int(pair[3], 16) if pair[3] else re.sub(r"\\(.)", r"\1", pair[2])
-                for pair in pairs if pair}
-
-    def delete_key(self, key):
-        self.run("reg", "delete", f"HKCU\\{key}", "/f")
-
-    def delete_value(self, key, name):
-        self.run("reg", "delete", f"HKCU\\{key}", "/v", name, "/f")
+        """The texts under a key of the user's; empty when there is no such key."""
+        told = self.ask(WINE_RUN, "reg", "query", f"HKCU\\{key}", encoding="cp932")
+        return dict(re.findall(r"^    (\S+)    REG_SZ    (.*)\r$", told, re.MULTILINE))

@@ -45,13 +45,7 @@ TEST_F(OnQt, AStatusTextIsPaintedWithoutTheMessageLoopAndATooLongOneFromItsTop) 
   EXPECT_TRUE(label.toolTip().contains("&lt;b&gt;")) << "a server's tags are no tags";
 }
 
-TEST_F(OnQt, ABusyProgramShowsAWaitCursorAndTheIconIsTheWindows) {
-  {
-    const BusyScope busy(*desktop_, form_);
-    ASSERT_NE(QApplication::overrideCursor(), nullptr);
-    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-  }
-  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+TEST_F(OnQt, TheIconIsTheWindows) {
   const auto image = [] { return QApplication::windowIcon().pixmap(32).toImage(); };
   desktop_->addTrayIcon(form_, TrayImage::kNormal, "", [] {});
   const QImage normal = image();

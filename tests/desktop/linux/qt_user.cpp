@@ -175,6 +175,8 @@ Sight User::look(Widget widget) {
   sight.isEnabled = seen.isEnabled() && !blocked;
   sight.takesInputMethod = seen.testAttribute(Qt::WA_InputMethodEnabled);
   sight.canBeMinimized = seen.windowFlags().testFlag(Qt::WindowMinimizeButtonHint);
+  const QCursor* const cursor = QApplication::overrideCursor();
+  sight.waits = cursor != nullptr && cursor->shape() == Qt::WaitCursor;
   sight.toolTip = fromQt(seen.toolTip());
   sight.spokenName = fromQt(seen.accessibleName());
   sight.place = {place.left(), place.top(), place.width(), place.height()};
@@ -187,7 +189,6 @@ Sight User::look(Widget widget) {
     sight.needed = {0, metrics.height() + 4};
   } else if (const auto* label = as<QLabel>(widget)) {
     sight.text = plainText(*label);
-    sight.needed = {0, label->heightForWidth(label->width())};
   } else if (const auto* button = as<QAbstractButton>(widget)) {
     sight.text = withoutMnemonics(fromQt(button->text()));
     sight.isChecked = button->isChecked();

@@ -70,15 +70,13 @@ void input(Key wanted, DWORD flags) {
   input(KEYBDINPUT{code, scanCode, flags | extended, 0, 0});
 }
 
-/// Of a text in the window's font; wrapped when a width is given.
-PixelPoint sizeOf(HWND window, const std::string& caption, LONG width = 0) {
+/// In the window's font.
+PixelPoint sizeOf(HWND window, const std::string& text) {
   const SelectedDc dc(window, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
-  const std::wstring text = toWide(caption);
-  RECT area{0, 0, width, 0};
-  const UINT wrapping = width > 0 ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE;
-  DrawTextW(dc.get(), text.c_str(), static_cast<int>(text.size()), &area,
-            wrapping | DT_NOPREFIX | DT_CALCRECT);
-  return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
+  const std::wstring wide = toWide(text);
+  SIZE size{};
+  GetTextExtentPoint32W(dc.get(), wide.c_str(), static_cast<int>(wide.size()), &size);
+  return {static_cast<int>(size.cx), static_cast<int>(size.cy)};
 }
 
 std::string shownText(HWND window) {
@@ -100,6 +98,12 @@ bool takesInputMethod(HWND field) {
   const HIMC context = ImmGetContext(field);
   ImmReleaseContext(field, context);
   return context != nullptr;
+}
+
+HCURSOR cursorOver(HWND window) {
+  SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window),
+               MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+  return GetCursor();
 }
 
 std::string toolTip(HWND window) {
@@ -138,12 +142,9 @@ PixelRect place(HWND window) {
 }
 
 PixelPoint needed(HWND window) {
-  if (isOfClass(window, L"STATIC")) {
-    const bool etched = (style(window) & SS_TYPEMASK) >= SS_ETCHEDHORZ;
-    return {0, etched ? 0 : sizeOf(window, shownText(window), place(window).width).y};
-  }
   const PixelPoint letters = sizeOf(window, "mm");
-  if (!isOfClass(window, L"BUTTON")) return {0, letters.y + 4};
+  if (isOfClass(window, L"EDIT")) return {0, letters.y + 4};
+  if (!isOfClass(window, L"BUTTON")) return {};
   // A push button has a frame, the others have a box in front.
   return {sizeOf(window, shownText(window)).x + letters.x, letters.y};
 }
@@ -245,6 +246,7 @@ Sight User::look(Widget widget) {
       .looksDefault = (style(seen) & BS_TYPEMASK) == BS_DEFPUSHBUTTON,
       .takesInputMethod = takesInputMethod(seen),
       .canBeMinimized = (style(seen) & WS_MINIMIZEBOX) != 0,
+      .waits = cursorOver(seen) == LoadCursorW(nullptr, IDC_WAIT),
       .text = shownText(seen),
       .selectedText = selectedText(seen),
       .toolTip = toolTip(seen),
