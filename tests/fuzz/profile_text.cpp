@@ -2,7 +2,7 @@
 #include <string_view>
 
 #include "fuzz/fuzz.h"
-#include "platform/linux/system/ini_text.h"
+#include "text/ini_text.h"
 
 namespace karvel::fuzz {
 namespace {

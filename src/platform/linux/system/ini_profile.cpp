@@ -15,7 +15,7 @@
 #include <utility>
 
 #include "platform/linux/system/file_descriptor.h"
-#include "platform/linux/system/ini_text.h"
+#include "text/ini_text.h"
 
 namespace karvel {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/system/ini_text.h"
+#include "text/ini_text.h"
 
 #include <optional>
 
