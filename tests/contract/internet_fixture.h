@@ -49,7 +49,7 @@ class InternetTest : public ::testing::Test {
   }
 
   ScriptedFtpServer server_;
-  ScratchFolder folder_;
+  ScratchFolder folder_{"한글 😀"};  ///< of a name that code page 932 lacks
   std::unique_ptr<Internet> internet_ = makeInternet();
   Handle root_ = internet_->open();
 };

@@ -62,7 +62,7 @@ bool reachable(const Internet::Account& account) {
 std::uint64_t fileSize(const std::string& path) {
   constexpr unsigned kHalf = 32;
   WIN32_FILE_ATTRIBUTE_DATA data{};
-  if (GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data) == FALSE) return 0;
+  if (GetFileAttributesExW(toWide(path).c_str(), GetFileExInfoStandard, &data) == FALSE) return 0;
   return (std::uint64_t{data.nFileSizeHigh} << kHalf) | data.nFileSizeLow;
 }
 
@@ -148,9 +148,9 @@ bool WininetInternet::setCurrentDirectory(Handle session, const std::string& fol
 
 bool WininetInternet::putFile(Handle session, const std::string& localPath,
                               const std::string& remoteName, std::uint32_t transferType) {
-  const std::string path = ansiPath(localPath);
-  return note(sendable({remoteName}) && call(session, limits_.upload(fileSize(path)), [&] {
-                return FtpPutFileA(native(session), path.c_str(), remoteName.c_str(), transferType,
+  const AnsiPath path(localPath);
+  return note(sendable({remoteName}) && call(session, limits_.upload(fileSize(localPath)), [&] {
+                return FtpPutFileA(native(session), path.bytes(), remoteName.c_str(), transferType,
                                    kContext) != FALSE;
               }));
 }
@@ -216,10 +216,11 @@ std::string WininetInternet::systemMessage(ErrorNumber number) {
   constexpr DWORD kFlags =
       FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
   constexpr DWORD kLanguage = MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT);
-  std::array<char, 256> buffer{};
+  // Not FormatMessageA: the text may be in a language that the system's code page lacks.
+  std::array<wchar_t, 256> buffer{};
   const DWORD count =
-      FormatMessageA(kFlags, nullptr, number, kLanguage, buffer.data(), buffer.size() - 1, nullptr);
-  return fromAnsi({buffer.data(), count});
+      FormatMessageW(kFlags, nullptr, number, kLanguage, buffer.data(), buffer.size() - 1, nullptr);
+  return fromWide({buffer.data(), count});
 }
 
 bool WininetInternet::call(Handle handle, std::chrono::milliseconds limit,

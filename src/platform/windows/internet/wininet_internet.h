@@ -16,8 +16,8 @@ namespace karvel {
 /// as it is, without regard to time zones, and cut to the second.
 [[nodiscard]] Internet::FindData findDataOf(const WIN32_FIND_DATAA& found);
 
-/// WinINet. Its byte-oriented functions take and give the system's code page, which remote names
-/// share on a Japanese Windows.
+/// WinINet. Its byte-oriented functions pass names and accounts on as bytes, whatever the system's
+/// code page is; it alone matters for local paths.
 class WininetInternet : public Internet {
  public:
   Handle open() override;

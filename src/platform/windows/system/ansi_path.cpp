@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <optional>
-
 #include "platform/windows/system/wide_text.h"
 
 namespace karvel {
@@ -12,42 +10,27 @@ namespace {
 /// "?" stands in no file name, so a call with this path fails and touches nothing else.
 constexpr const char* kNoPath = "?";
 
-std::optional<std::string> asAnsi(const std::wstring& path) {
-  const int length = static_cast<int>(path.size());
-  BOOL lossy = FALSE;
-  const int size = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, path.data(), length, nullptr,
-                                       0, nullptr, &lossy);
-  if (lossy != FALSE) return std::nullopt;
-  std::string bytes(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, path.data(), length, bytes.data(), size,
-                      nullptr, nullptr);
-  return bytes;
-}
-
-/// The path by short names; empty when nothing of that path is there.
-std::wstring shortPath(const std::wstring& path) {
-  const DWORD size = GetShortPathNameW(path.c_str(), nullptr, 0);
-  std::wstring result(size, L'\0');
-  result.resize(GetShortPathNameW(path.c_str(), result.data(), size));
-  return result;
-}
-
-/// Short names as far as the path exists already: a file that is about to be created has its
-/// folder only.
-std::wstring shortPathOfFile(const std::wstring& path) {
-  std::wstring whole = shortPath(path);
-  if (!whole.empty()) return whole;
-  const auto separator = path.find_last_of(L'\\');
-  if (separator == std::wstring::npos) return path;
-  return shortPath(path.substr(0, separator)) + path.substr(separator);
+std::wstring currentFolder() {
+  std::wstring folder(GetCurrentDirectoryW(0, nullptr), L'\0');
+  folder.resize(GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data()));
+  return folder;
 }
 
 }  // namespace
 
-std::string ansiPath(const std::string& utf8Path) {
-  const std::wstring path = toWide(utf8Path);
-  if (const auto bytes = asAnsi(path)) return *bytes;
-  return asAnsi(shortPathOfFile(path)).value_or(kNoPath);
+AnsiPath::AnsiPath(const std::string& utf8Path) {
+  auto path = toAnsi(utf8Path);
+  if (!path) {
+    const auto nameAt = utf8Path.find_last_of('\\') + 1;
+    folderBefore_ = currentFolder();
+    SetCurrentDirectoryW(toWide(utf8Path.substr(0, nameAt)).c_str());
+    path = toAnsi(utf8Path.substr(nameAt));
+  }
+  bytes_ = path.value_or(kNoPath);
+}
+
+AnsiPath::~AnsiPath() {
+  if (!folderBefore_.empty()) SetCurrentDirectoryW(folderBefore_.c_str());
 }
 
 }  // namespace karvel

@@ -3,20 +3,13 @@
 #include <windows.h>
 
 namespace karvel {
-namespace {
-
-std::wstring decoded(UINT codePage, std::string_view bytes) {
-  const int size = static_cast<int>(bytes.size());
-  const int length = MultiByteToWideChar(codePage, 0, bytes.data(), size, nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(codePage, 0, bytes.data(), size, wide.data(), length);
-  return wide;
-}
-
-}  // namespace
 
 std::wstring toWide(std::string_view utf8) {
-  return decoded(CP_UTF8, utf8);
+  const int size = static_cast<int>(utf8.size());
+  const int length = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(length), L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, wide.data(), length);
+  return wide;
 }
 
 std::string fromWide(std::wstring_view wide) {
@@ -28,8 +21,18 @@ std::string fromWide(std::wstring_view wide) {
   return utf8;
 }
 
-std::string fromAnsi(std::string_view bytes) {
-  return fromWide(decoded(CP_ACP, bytes));
+std::optional<std::string> toAnsi(std::string_view utf8) {
+  const std::wstring wide = toWide(utf8);
+  const bool takesUtf8 = GetACP() == CP_UTF8;  // for which the flags below are an error
+  if (takesUtf8) return fromWide(wide);
+  BOOL lossy = FALSE;
+  const int length = static_cast<int>(wide.size());
+  std::string bytes(wide.size() * 2, '\0');
+  const int size =
+      WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide.data(), length, bytes.data(),
+                          static_cast<int>(bytes.size()), nullptr, &lossy);
+  bytes.resize(static_cast<std::size_t>(size));
+  return lossy == FALSE ? std::optional(bytes) : std::nullopt;
 }
 
 }  // namespace karvel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,7 +11,8 @@ namespace karvel {
 std::wstring toWide(std::string_view utf8);
 std::string fromWide(std::wstring_view wide);
 
-/// A text in the system's own ANSI code page, as the byte-oriented Windows functions give it.
-std::string fromAnsi(std::string_view bytes);
+/// In the code page that byte-oriented Windows functions take for a file's name, the system's own;
+/// empty when that lacks one of the characters.
+std::optional<std::string> toAnsi(std::string_view utf8);
 
 }  // namespace karvel
