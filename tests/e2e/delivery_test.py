@@ -30,7 +30,7 @@ class DeliveryTest(ShopTest):
         shop = self.shop("--receptions", "0", "--desks", "3")
         shop.desk_file(2).write_bytes(RECEPTIONS)
         shop.desk_file(3).unlink()
-        shop.set("OUT FOLD", f"{shop.out}//")
+        shop.set("OUT FOLD", f"{shop.name_of(shop.out)}//")
         with open(shop.own_settings, "ab") as file:
             file.write(b"GRUP BACK=0800077\r\n")
         for name in (TABLE, SHOP_INFO, "0800077.inf", "9900001.inf"):

@@ -37,7 +37,11 @@ class FtpServersTest(ShopTest):
             server.make(FOLDER, {SHOP_INFO: b"old\r\n", TABLE: b"old" * 5000})
 
     def test_pyftpdlib(self):
-        self.check_new_and_existing(PyftpdServer(self))
+        server = PyftpdServer(self)
+        self.check_new_and_existing(server)
+        safe_upload = ["STOR", "RNFR", "RNTO"]
+        self.assertEqual([name for name, _ in server.commands if name in (*safe_upload, "DELE")],
+                         2 * safe_upload + 2 * ["STOR", "DELE", "RNFR", "RNTO"])
 
     def test_vsftpd(self):
         self.check_new_and_existing(VsftpdServer(self))
