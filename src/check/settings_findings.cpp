@@ -18,6 +18,7 @@ using Destination = FtpForm::Destination;
 using Field = FtpForm::Field;
 
 constexpr unsigned kJapanese = 932;
+constexpr unsigned kUtf8 = 65001;
 constexpr std::size_t kLongestValue = 255;  ///< bytes
 constexpr std::array kDestinationNames{"指定フォルダ", "ﾕｰｻﾞｰ管理ｻｲﾄ", "るりはなリンク管理ｻｲﾄ",
                                        "利用しない"};
@@ -99,7 +100,7 @@ void findFile(Shop& shop, Findings& findings) {
   const std::size_t before = findings.all.size();
   if (bytes.starts_with("\xEF\xBB\xBF") || bytes.starts_with("\xFF\xFE") || isServerUtf8(bytes)) {
     findings.trouble("settings-file", "karvel.hnbの文字コードがShift-JISではありません",
-                     "メモ帳で開き、文字コード「ANSI」で保存し直します。");
+                     "Shift-JISで保存し直します(コードページが932なら、メモ帳の「ANSI」)。");
   } else if (hasStrayBytes(bytes)) {
     findings.notice("settings-file", "karvel.hnbに、Shift-JISの文字ではないバイトがあります",
                     "文字が化けている値を設定し直します。");
@@ -110,13 +111,26 @@ void findFile(Shop& shop, Findings& findings) {
   }
 }
 
+/// The system's code pages in which a character is one byte: whatever goes through them survives.
+bool hasSingleBytes(unsigned codePage) {
+  return codePage == 874 || (codePage >= 1250 && codePage <= 1258);
+}
+
+/// The program's own texts do not depend on it.
+void findSystemCodePage(unsigned codePage, Findings& findings) {
+  const std::string names =
+      hasSingleBytes(codePage) ? "" : "。FTPサイトの日本語の名前も化けることがあります";
+  findings.notice("code-page",
+                  "システムのコードページが" + std::to_string(codePage) +
+                      "です(日本語は932)。発券システムやメモ帳では日本語が化けることがあります" +
+                      names,
+                  codePage == kUtf8 ? "「Unicode UTF-8を使用」のチェックを外します。"
+                                    : "Unicode対応ではないプログラムの言語を日本語にします。");
+}
+
 void findCodePage(Shop& shop, Findings& findings) {
   const auto codePage = shop.inspection.codePage();
-  if (codePage && *codePage != kJapanese) {
-    findings.notice("code-page",
-                    "システムのコードページが" + std::to_string(*codePage) + "です(日本語は932)",
-                    "Unicode対応ではないプログラムの言語を日本語にします。");
-  }
+  if (codePage && *codePage != kJapanese) findSystemCodePage(*codePage, findings);
   if (!isStorable(shop.folder)) {
     findings.notice("code-page",
                     "集計管理のフォルダの名前に、Shift-JISにない文字があります: " + shop.folder,
