@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "text/html.h"
+
 namespace karvel {
 namespace {
 
@@ -35,26 +37,8 @@ constexpr std::string_view kHead =
     "pre{background:#f5f5f5;padding:.8em;white-space:pre-wrap;overflow-wrap:anywhere}\n"
     "</style></head><body>\n";
 
-std::string escaped(std::string_view text) {
-  std::string html;
-  for (const char c : text) {
-    if (c == '&') {
-      html += "&amp;";
-    } else if (c == '<') {
-      html += "&lt;";
-    } else if (c == '>') {
-      html += "&gt;";
-    } else if (c == '"') {
-      html += "&quot;";
-    } else {
-      html += c;
-    }
-  }
-  return html;
-}
-
 std::string cell(std::string_view text) {
-  return "<td>" + escaped(text) + "</td>";
+  return "<td>" + htmlText(text) + "</td>";
 }
 
 void replaceAll(std::string& text, const std::string& part, std::string_view with) {
@@ -104,13 +88,13 @@ std::string Report::text() const {
 std::string Report::html() const {
   std::string page(kHead);
   page.append("<h1>").append(kTitle).append("</h1>\n<p class=\"answer\">");
-  page += escaped(answer()) + "</p>\n<table>\n";
+  page += htmlText(answer()) + "</p>\n<table>\n";
   for (const Finding& finding : findings) {
     const auto [word, style] = textOf(finding.mark);
     page.append("<tr class=\"").append(style).append("\"><td class=\"mark\">").append(word);
-    page += "</td>" + cell(finding.found) + "<td>" + escaped(finding.advice);
+    page += "</td>" + cell(finding.found) + "<td>" + htmlText(finding.advice);
     if (!manual.empty()) {
-      page += " <a href=\"" + escaped(manual) + "#" + escaped(finding.anchor) + "\">説明</a>";
+      page += " <a href=\"" + htmlText(manual) + "#" + htmlText(finding.anchor) + "\">説明</a>";
     }
     page += "</td></tr>\n";
   }
@@ -121,7 +105,7 @@ std::string Report::html() const {
     page += "<tr>" + cell(setting.key) + cell(setting.value) + cell(setting.meaning) + "</tr>\n";
   }
   page += "</table>\n<h2>ログの最後の部分</h2>\n<pre>\n";
-  for (const std::string& line : log) page += escaped(line) + "\n";
+  for (const std::string& line : log) page += htmlText(line) + "\n";
   return page + "</pre>\n</body></html>\n";
 }
 
