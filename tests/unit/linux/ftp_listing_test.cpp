@@ -43,6 +43,10 @@ TEST(FtpListing, ReadsTheLinesOfEveryFormat) {
        "D[login] 512 2026/01/16 18:53"},
       {"-[RWCEAFMS] rhesus  214059  Oct 20 15:27  cx.exe", "F[cx.exe] 214059 2025/10/20 15:27"},
       {"ar-xr-xr-x 2 none none 512 Apr 26 17:52 Plan 9", "F[Plan 9] 512 2025/04/26 17:52"},
+      {"0100644   500  101   12345    123456789       in digits",
+       "F[in digits] 12345 1973/11/29 21:33"},
+      {"040755 500 101 1024 Nov 06 2025 x", "D[x] 1024 2025/11/06 00:00"},
+      {"0120777 0 0 7 Nov 06 14:21 link -> target", "D[link] 7 2025/11/06 14:21"},
       // Unix: names
       {"-rw-r--r-- 1 a b 1 Jan 01  2024  blanks  in ", "F[ blanks  in ] 1 2024/01/01 00:00"},
       {"-rw-r--r-- 1 a b 1 Nov 06 2025   left", "F[ left] 1 2025/11/06 00:00"},
@@ -66,6 +70,7 @@ TEST(FtpListing, ReadsTheLinesOfEveryFormat) {
       {"-rw-r--r-- 1 a b 1 2024-01-31 23:59:59.123456789 +0900 x", "F[x] 1 2024/01/31 23:59"},
       {"-rw-r--r-- 1 a b 1 2024-01-31T23:59:59Z x", "F[x] 1 2024/01/31 23:59"},
       {"-rw-r--r-- 1 a b 1 06.11.2025 14:21 x", "F[x] 1 2025/11/06 14:21"},
+      {"-rw-r--r-- 1 a b 1 2025-Nov-06 14:21 x", "F[x] 1 2025/11/06 14:21"},
       {"-rw-r--r-- 1 a b 1 2001 6月 18 x", "F[x] 1 2001/06/18 00:00"},
       {"-rw-r--r-- 1 1 1 2001 6月 18 14:21 x", "F[x] 2001 2025/06/18 14:21"},
       {"-rw-r--r-- 1 a b 1 11\x8C\x8E 6\x93\xFA 14\x8E\x9E"
@@ -76,6 +81,16 @@ TEST(FtpListing, ReadsTheLinesOfEveryFormat) {
        "F[x] 1 2025/11/06 14:21"},
       {"-rw-r--r-- 1 a b 1  1\x8C\x8E 6\x93\xFA 1996\x94N x", "F[x] 1 1996/01/06 00:00"},
       {"-rw-r--r-- 1 a b 1 11\xB7\xEE 6\xC6\xFC 1996\xC7\xAF x", "F[x] 1 1996/11/06 00:00"},
+      {"-rw-r--r-- 1 a b 1 11月 6日 午後 2時21分 x", "F[x] 1 2025/11/06 14:21"},
+      {"-rw-r--r-- 1 a b 1 11\x8C\x8E 6\x93\xFA \x8C\xDF\x91\x4F 12:21 x",
+       "F[x] 1 2025/11/06 00:21"},
+      {"-rw-r--r-- 1 a b 1 11\xB7\xEE 6\xC6\xFC \xB8\xE1\xB8\xE5 12:21 x",
+       "F[x] 1 2025/11/06 12:21"},
+      {"-rw-r--r-- 1 a b 1 令和 7年11月 6日 14:21 x", "F[x] 1 2025/11/06 14:21"},
+      {"-rw-r--r-- 1 a b 1 1\x8C\x8E 7\x93\xFA \x8F\xBA\x98\x61 64\x94N x",
+       "F[x] 1 1989/01/07 00:00"},
+      {"-rw-r--r-- 1 a b 1 \xCA\xBF\xC0\xAE\xB8\xB5\xC7\xAF 11\xB7\xEE 6\xC6\xFC x",
+       "F[x] 1 1989/11/06 00:00"},
       // Unix: dates that cannot be read
       {"-rw-r--r-- 1 a b 2000 26. Juli, 20:10 a b", "F[a b] 2000 1601/01/01 00:00"},
       {"drwxr-xr-x 1 a b 7 ??? ?? ????? x", "D[x] 7 1601/01/01 00:00"},
@@ -140,7 +155,9 @@ TEST(FtpListing, TakesNothingElseForAnEntry) {
                                "01-31-24  02:30PM  the server went down",
                                "01-31-24  02:30PM       <DIR>",
                                "2024-01-31",
-                               "12 users 01-31-24 02:30 x"};
+                               "12 users 01-31-24 02:30 x",
+                               "0100644 of 500 is 1024 Nov 06 2025 x",
+                               "1234567 4036 04/01/98 10:44:01 *DIR x/"};
   for (const std::string& line : lines) {
     EXPECT_EQ(describe(parseListingLine(line, kNow)), kNone) << line;
   }

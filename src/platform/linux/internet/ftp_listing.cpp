@@ -1,6 +1,7 @@
 #include "platform/linux/internet/ftp_listing.h"
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <utility>
 #include <vector>
@@ -75,6 +76,22 @@ std::optional<std::uint64_t> sizeOf(std::string_view word) {
 }
 
 // ---- Unix ----
+
+DateTime dateTimeOfUnix(std::uint64_t seconds) {
+  using namespace std::chrono;
+  constexpr std::uint64_t kLatest = 253402300799;  // the end of the year 9999
+  if (seconds > kLatest) return kUnknownTime;
+  const sys_seconds moment{std::chrono::seconds{seconds}};
+  const auto midnight = floor<days>(moment);
+  const year_month_day date{midnight};
+  const hh_mm_ss time{moment - midnight};
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          static_cast<int>(time.hours().count()),
+          static_cast<int>(time.minutes().count()),
+          static_cast<int>(time.seconds().count())};
+}
 
 /// "drwxr-xr-x" and its relatives: shorter, longer, with a mark of further rights behind it or with
 /// the number of links run into it.
@@ -205,6 +222,31 @@ std::optional<Internet::FindData> parseUnixLine(std::string_view line, const Dat
   return named({{}, folder, columns->size, columns->time}, unmarked(columns->name, mode));
 }
 
+/// "0100644   500  101   12345    123456789       name": mode, owner, group and size in digits,
+/// then the seconds since 1970 or a date.
+std::optional<Internet::FindData> parseNumericLine(std::string_view line, const DateTime& now) {
+  constexpr std::string_view kTypes = " pc d b - l s   ";  // by the first four bits of a mode
+  const std::string_view mode = takeWord(line);
+  unsigned bits = 0;
+  const auto [end, error] = std::from_chars(mode.begin(), mode.end(), bits, 8);
+  const unsigned type = bits >> 12;
+  const bool typed = end == mode.end() && type < kTypes.size() && kTypes[type] != ' ';
+  if (!mode.starts_with('0') || !typed) return std::nullopt;
+  const bool owned = isNumber(takeWord(line)) && isNumber(takeWord(line));
+  const std::string_view size = takeWord(line);
+  if (!owned || !isNumber(size)) return std::nullopt;
+  line = withoutLeadingBlanks(line);
+  auto time = takeUnixDate(line, now);
+  if (!time) {
+    const std::string_view seconds = takeWord(line);
+    if (!isNumber(seconds)) return std::nullopt;
+    time = dateTimeOfUnix(*sizeOf(seconds));
+  }
+  const std::string_view letter = kTypes.substr(type, 1);
+  const bool folder = letter == "d" || letter == "l";
+  return named({{}, folder, *sizeOf(size), *time}, unmarked(withoutLeadingBlanks(line), letter));
+}
+
 // ---- MS-DOS ----
 
 /// "11-06-96  02:21PM       <DIR>          name", with the size in place of the mark for a file.
@@ -252,23 +294,8 @@ std::optional<Internet::FindData> parseOs2Line(std::string_view line) {
 
 // ---- EPLF ----
 
-DateTime dateTimeOfUnix(std::uint64_t seconds) {
-  using namespace std::chrono;
-  const sys_seconds moment{std::chrono::seconds{seconds}};
-  const auto midnight = floor<days>(moment);
-  const year_month_day date{midnight};
-  const hh_mm_ss time{moment - midnight};
-  return {static_cast<int>(date.year()),
-          static_cast<int>(static_cast<unsigned>(date.month())),
-          static_cast<int>(static_cast<unsigned>(date.day())),
-          static_cast<int>(time.hours().count()),
-          static_cast<int>(time.minutes().count()),
-          static_cast<int>(time.seconds().count())};
-}
-
 /// "+i8388621.48594,m825718503,r,s280,<TAB>name": facts, each with a comma behind it.
 std::optional<Internet::FindData> parseEplfLine(std::string_view line) {
-  constexpr std::uint64_t kLatest = 253402300799;  ///< the end of the year 9999
   const auto tab = line.find('\t');
   if (!line.starts_with('+') || tab == std::string_view::npos) return std::nullopt;
   Internet::FindData entry{{}, false, 0, kUnknownTime};
@@ -281,9 +308,7 @@ std::optional<Internet::FindData> parseEplfLine(std::string_view line) {
     const auto number = sizeOf(fact.substr(std::min<std::size_t>(1, fact.size()))).value_or(0);
     if (fact == "/") entry.folder = true;
     if (fact.starts_with('s')) entry.size = number;
-    if (fact.starts_with('m') && number <= kLatest) {
-      entry.time = dateTimeOfUnix(number);
-    }
+    if (fact.starts_with('m')) entry.time = dateTimeOfUnix(number);
   }
   return named(entry, line.substr(tab + 1));
 }
@@ -301,6 +326,7 @@ std::optional<Internet::FindData> parseListingLine(std::string_view line, const 
   if (line.size() > kLongestLine) return std::nullopt;
   if (line.starts_with('+')) return parseEplfLine(line);
   if (auto entry = parseUnixLine(line, now)) return entry;
+  if (auto entry = parseNumericLine(line, now)) return entry;
   if (auto entry = parseDosLine(line)) return entry;
   return parseOs2Line(line);
 }

@@ -10,9 +10,9 @@
 
 namespace karvel {
 
-/// One line of a LIST reply, without its line end: `ls -l` and its many relatives, NetWare, MS-DOS
-/// and Windows NT, OS/2, and EPLF. Empty for every other line (sums, headings, messages) and for
-/// names with control characters. A date that cannot be read is 1601-01-01.
+/// One line of a LIST reply, without its line end: `ls -l` and its many relatives, NetWare, modes
+/// in digits, MS-DOS and Windows NT, OS/2, and EPLF. Empty for every other line (sums, headings,
+/// messages) and for names with control characters. A date that cannot be read is 1601-01-01.
 ///
 /// A symbolic link counts as a folder, under its own name: nothing tells what it leads to, and a
 /// target folder is often one. The marks that `ls -F` puts behind names are no part of them.

@@ -19,6 +19,18 @@ constexpr Sign kDaySign = {"日", "\x93\xFA", "\xC6\xFC"};
 constexpr Sign kHourSign = {"時", "\x8E\x9E", "\xBB\xFE"};
 constexpr Sign kMinuteSign = {"分", "\x95\xAA", "\xCA\xAC"};
 constexpr Sign kSecondSign = {"秒", "\x95\x62", "\xC9\xC3"};
+constexpr Sign kMorningSign = {"午前", "\x8C\xDF\x91\x4F", "\xB8\xE1\xC1\xB0"};
+constexpr Sign kAfternoonSign = {"午後", "\x8C\xDF\x8C\xE3", "\xB8\xE1\xB8\xE5"};
+
+struct Era {
+  Sign sign;
+  int yearBefore;
+};
+
+constexpr Era kEras[] = {{{"令和", "\x97\xDF\x98\x61", "\xCE\xE1\xCF\xC2"}, 2018},
+                         {{"平成", "\x95\xBD\x90\xAC", "\xCA\xBF\xC0\xAE"}, 1988},
+                         {{"昭和", "\x8F\xBA\x98\x61", "\xBE\xBC\xCF\xC2"}, 1925}};
+constexpr Sign kFirstYearOfEra = {"元", "\x8C\xB3", "\xB8\xB5"};
 
 constexpr std::array<std::string_view, 12> kMonthNames = {"jan", "feb", "mar", "apr", "may", "jun",
                                                           "jul", "aug", "sep", "oct", "nov", "dec"};
@@ -150,9 +162,22 @@ std::optional<Day> takeNumericDay(Reader& reader) {
   return Day{fullYear(*third), *first, *second};
 }
 
+/// "令和7年", "平成元年": the year; 0 when no name of an era stands here.
+int takeYearOfEra(Reader& reader) {
+  for (const Era& era : kEras) {
+    if (!reader.take(era.sign)) continue;
+    reader.takeBlanks();
+    const auto year = reader.take(kFirstYearOfEra) ? 1 : reader.takeNumber(1, 2);
+    return year && reader.take(kYearSign) ? era.yearBefore + *year : 0;
+  }
+  return 0;
+}
+
 /// "11月 6日", with or without the year in front.
 std::optional<Day> takeJapaneseDay(Reader& reader) {
   Day day;
+  day.year = takeYearOfEra(reader);
+  if (day.year != 0) reader.takeBlanks();
   auto number = reader.takeNumber(1, 4);
   if (!number) return std::nullopt;
   const bool yearSign = reader.take(kYearSign);
@@ -172,7 +197,7 @@ std::optional<Day> takeJapaneseDay(Reader& reader) {
   return day;
 }
 
-/// "Nov  6", "Nov 06,", "6 Nov", "06-nov-99", "2025 Nov 6".
+/// "Nov  6", "Nov 06,", "6 Nov", "06-nov-99", "2025 Nov 6", "2025-Nov-06".
 std::optional<Day> takeEnglishDay(Reader& reader) {
   Day day;
   if (reader.takeName(kDayNames)) {
@@ -182,15 +207,16 @@ std::optional<Day> takeEnglishDay(Reader& reader) {
   const auto number = reader.takeNumber(1, 4);
   if (number) {
     if (*number == 0 || (*number > kLastDay && *number < kFirstYear)) return std::nullopt;
-    day.yearIsWord = *number > kLastDay;
-    (day.yearIsWord ? day.year : day.day) = *number;
-    if (reader.take("-") == (reader.takeBlanks() > 0)) return std::nullopt;
+    (*number > kLastDay ? day.year : day.day) = *number;
+    const bool dash = reader.take("-");
+    if (dash == (reader.takeBlanks() > 0)) return std::nullopt;
+    day.yearIsWord = day.year != 0 && !dash;
   }
   const auto month = reader.takeName(kMonthNames);
   if (!month) return std::nullopt;
   day.month = *month;
   if (day.day == 0) {
-    reader.takeBlanks();
+    if (!reader.take("-")) reader.takeBlanks();
     day.day = reader.takeNumber(1, 2).value_or(0);
   } else if (reader.take("-")) {
     const auto year = reader.takeNumber(2, 4);
@@ -200,9 +226,12 @@ std::optional<Day> takeEnglishDay(Reader& reader) {
   return day;
 }
 
-/// "14:21", "14:21:30.123", "14時21分".
+/// "14:21", "14:21:30.123", "14時21分", "午後 2時21分".
 std::optional<Time> takeTime(Reader& reader) {
   Time time;
+  const bool morning = reader.take(kMorningSign);
+  const bool afternoon = reader.take(kAfternoonSign);
+  if (morning || afternoon) reader.takeBlanks();
   const auto hour = reader.takeNumber(1, 2);
   const bool signs = hour && reader.take(kHourSign);
   if (!hour || (!signs && !reader.take(":"))) return std::nullopt;
@@ -218,6 +247,8 @@ std::optional<Time> takeTime(Reader& reader) {
     if (reader.takeAnyOf(".,") != '\0') reader.takeDigits();
   }
   if (time.hour > 23 || time.minute > 59 || time.second > 60) return std::nullopt;
+  if (afternoon && time.hour < 12) time.hour += 12;
+  if (morning && time.hour == 12) time.hour = 0;
   time.second = std::min(time.second, 59);
   return time;
 }
@@ -287,10 +318,10 @@ std::optional<DateTime> withTimeOrYear(Day day, Reader& reader, const DateTime& 
     if (time->exact) takeLateYear(reader, day);
     return day.year == 0 ? latest(day, *time, now) : joined(day, *time);
   }
-  const auto year = reader.takeNumber(4, 4);
-  if (!year) return std::nullopt;
+  day.year = takeYearOfEra(reader);
+  if (day.year == 0) day.year = reader.takeNumber(4, 4).value_or(0);
+  if (day.year == 0) return std::nullopt;
   reader.take(kYearSign);
-  day.year = *year;
   if (comma) return withTime(day, reader);
   const bool leftAligned = blanks == 1 && reader.rest().starts_with("  ");
   if (leftAligned) reader.take(" ");

@@ -12,6 +12,7 @@ namespace karvel {
 ///
 ///     Nov  6 14:21        6 Nov 2025        Nov 6 14:21:30 2025      Fri Nov  6 14:21:30 2025
 ///     11月 6日 14時21分   11月6日 2025年    2025年 11月 6日          11/ 6 14:21
+///     11月 6日 午後 2:21  令和7年11月6日    2025-Nov-06
 ///     2025-11-06 14:21:30.5 +0900           06.11.2025 14:21         01-jun-99
 ///
 /// Japanese signs are read in UTF-8, code page 932 and EUC-JP. The time is taken as it stands; a
