@@ -1,8 +1,8 @@
 #!/usr/bin/python3
-"""Lists what is linked into the Windows program (SPDX 2.3): make_sbom.py PROGRAM MAP VERSION TIME
+"""Lists what is linked into Windows programs (SPDX 2.3): make_sbom.py VERSION TIME MAPS PROGRAM...
 
-The linker's MAP names the libraries, the system's packages their versions. TIME is in seconds since
-1970. The list goes to the standard output.
+The linker's map of each program, in the folder MAPS, names the libraries, the system's packages their
+versions. TIME is in seconds since 1970. The list goes to the standard output.
 """
 
 import hashlib
@@ -37,39 +37,56 @@ def packages_linked(linker_map):
     return {line.split(":")[0] for line in ask("dpkg", "-S", *archives).splitlines()}
 
 
+def spdx_id(name):
+    return "SPDXRef-" + re.sub(r"[^\w.-]", "-", name)
+
+
 def component(package):
     name, supplier, licence = KNOWN[package]  # an unknown one needs a look at its licence first
     version = ask("dpkg-query", "-W", "-f=${Version}", package)
-    return {"name": name, "SPDXID": "SPDXRef-" + re.sub(r"[^\w.-]", "-", package),
+    return {"name": name, "SPDXID": spdx_id(package),
             "versionInfo": version, "supplier": f"Organization: {supplier}",
             "downloadLocation": "NOASSERTION", "filesAnalyzed": False,
             "licenseConcluded": licence, "licenseDeclared": licence,
             "copyrightText": "NOASSERTION", "comment": f"Debian package {package} {version}"}
 
 
-def main(program, linker_map, version, time):
-    digest = hashlib.sha256(Path(program).read_bytes()).hexdigest()
-    linked = packages_linked(Path(linker_map).read_text(encoding="utf-8", errors="replace"))
-    parts = {part["name"]: part for part in
-             map(component, sorted(linked | {"nsis"}))}
-    own = {"name": "karvel", "SPDXID": "SPDXRef-karvel", "versionInfo": version,
-           "downloadLocation": "NOASSERTION", "filesAnalyzed": False,
-           "checksums": [{"algorithm": "SHA256", "checksumValue": digest}],
-           "licenseConcluded": "NOASSERTION", "licenseDeclared": "NOASSERTION",
-           "copyrightText": "NOASSERTION"}
+def own_program(program, version):
+    digest = hashlib.sha256(program.read_bytes()).hexdigest()
+    return {"name": program.stem, "SPDXID": spdx_id(program.stem), "versionInfo": version,
+            "downloadLocation": "NOASSERTION", "filesAnalyzed": False,
+            "checksums": [{"algorithm": "SHA256", "checksumValue": digest}],
+            "licenseConcluded": "NOASSERTION", "licenseDeclared": "NOASSERTION",
+            "copyrightText": "NOASSERTION"}
+
+
+def relationship(element, kind, related):
+    return {"spdxElementId": spdx_id(element), "relationshipType": kind,
+            "relatedSpdxElement": spdx_id(related)}
+
+
+def main(version, time, maps, *paths):
+    programs = [Path(path) for path in paths]
+    linked = {program.stem: packages_linked(
+        (Path(maps) / f"{program.name}.map").read_text(encoding="utf-8", errors="replace"))
+              for program in programs}
+    linked["karvel"].add("nsis")  # the programs beside it
+    own = [own_program(program, version) for program in programs]
+    parts = map(component, sorted(set().union(*linked.values())))
+    identifier = hashlib.sha256("".join(
+        part["checksums"][0]["checksumValue"] for part in own).encode()).hexdigest()
     created = datetime.fromtimestamp(int(time), timezone.utc)
     json.dump({
         "spdxVersion": "SPDX-2.3", "dataLicense": "CC0-1.0", "SPDXID": "SPDXRef-DOCUMENT",
         "name": f"karvel-{version}",
-        "documentNamespace": f"https://spdx.org/spdxdocs/karvel-{version}-{digest}",
+        "documentNamespace": f"https://spdx.org/spdxdocs/karvel-{version}-{identifier}",
         "creationInfo": {"created": created.strftime("%Y-%m-%dT%H:%M:%SZ"),
                          "creators": ["Tool: karvel packaging"]},
-        "packages": [own, *parts.values()],
+        "packages": [*own, *parts],
         "relationships": [
-            {"spdxElementId": "SPDXRef-DOCUMENT", "relationshipType": "DESCRIBES",
-             "relatedSpdxElement": "SPDXRef-karvel"},
-            *({"spdxElementId": "SPDXRef-karvel", "relationshipType": "CONTAINS",
-               "relatedSpdxElement": part["SPDXID"]} for part in parts.values())],
+            *(relationship("DOCUMENT", "DESCRIBES", program) for program in linked),
+            *(relationship(program, "CONTAINS", part)
+              for program, packages in linked.items() for part in sorted(packages))],
     }, sys.stdout, indent=1)
     print()
 

@@ -59,11 +59,13 @@ class PackagesTest(unittest.TestCase):
     def test_what_is_beside_the_packages(self):
         subprocess.run(["sha256sum", "--check", "--status", "SHA256SUMS"], cwd=PACKAGES, check=True)
         summed = (PACKAGES / "SHA256SUMS").read_text().split()[1::2]
-        self.assertEqual(set(summed), {SETUP.name, PORTABLE.name, PARTS.name, "karvel.exe.debug"})
+        self.assertEqual(set(summed), {SETUP.name, PORTABLE.name, PARTS.name,
+                                       "karvel.exe.debug", "karvel-check.exe.debug"})
         self.assertEqual(set(content_of(PACKAGES)), {"SHA256SUMS", *summed})
         parts = PARTS.read_text()
+        programs = PROGRAM, PROGRAM.with_name("karvel-check.exe")
         for part in ("libstdc++", "winpthreads", "NSIS",
-                     hashlib.sha256(PROGRAM.read_bytes()).hexdigest()):
+                     *(hashlib.sha256(file.read_bytes()).hexdigest() for file in programs)):
             self.assertIn(part, parts)
 
     def test_the_packages_are_the_same_whenever_they_are_made(self):
