@@ -3,7 +3,8 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS DBus Widgets)
 find_library(XCB_LIBRARY xcb REQUIRED)
 
 karvel_sources(platform_sources src/platform/linux/*.cpp src/platform/linux/*/*.cpp)
-qt6_add_resources(image_sources ${CMAKE_SOURCE_DIR}/assets/icons/icons.qrc)
+# Of the formats of resources, the one without the files' times.
+qt6_add_resources(image_sources ${CMAKE_SOURCE_DIR}/assets/icons/icons.qrc OPTIONS --format-version 1)
 add_library(karvel_platform STATIC ${platform_sources} ${image_sources})
 target_link_libraries(karvel_platform
   PUBLIC karvel_core Qt6::Widgets
