@@ -10,7 +10,7 @@ int leadingCode(std::string_view line) {
   const std::string_view digits = line.substr(0, 3);
   int code = 0;
   const auto [end, error] = std::from_chars(digits.begin(), digits.end(), code);
-  return end == line.begin() + 3 && code >= 100 && code < 600 ? code : 0;
+  return end == digits.end() && code >= 100 && code < 600 ? code : 0;
 }
 
 }  // namespace

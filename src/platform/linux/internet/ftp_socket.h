@@ -43,7 +43,7 @@ class FtpSocket {
   [[nodiscard]] Moved receive(std::span<char> buffer) const;
   [[nodiscard]] Moved send(std::string_view bytes) const;
 
-  /// POLLIN or POLLOUT for waitFor(). An invalid socket is never ready, nor is one for 0.
+  /// For waitFor(), with POLLIN or POLLOUT. Never ready with 0, nor when the socket is invalid.
   [[nodiscard]] pollfd awaiting(short events) const;
   /// waitFor() this socket alone.
   [[nodiscard]] bool await(short events, Deadline deadline) const;

@@ -13,7 +13,7 @@ using ErrorNumber = Internet::ErrorNumber;
 constexpr unsigned kByte = 256;
 
 /// The port of a reply 227, to PASV: "h1,h2,h3,h4,p1,p2", around which servers write what they
-/// like. 0 when there is none.
+/// like. 0 for none.
 std::uint16_t passivePort(const std::string& reply) {
   constexpr std::string_view kCode = "227";
   if (!reply.starts_with(kCode)) return 0;
@@ -26,8 +26,7 @@ std::uint16_t passivePort(const std::string& reply) {
   return 0;
 }
 
-/// The port of a reply 229, to EPSV: "(|||port|)", with any character for "|". 0 when there is
-/// none.
+/// The port of a reply 229, to EPSV: "(|||port|)", with any character for "|". 0 for none.
 std::uint16_t extendedPassivePort(const std::string& reply) {
   unsigned port = 0;
   std::sscanf(reply.c_str(), "229%*[^(](%*c%*c%*c%5u", &port);
