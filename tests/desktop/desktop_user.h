@@ -75,8 +75,14 @@ class User {
   // What the user does. The program has answered it on return, except inside soon().
 
   /// The keyboard speaks to what has the focus, or to the open menu.
-  void hold(Key key);
-  void release(Key key);
+  void hold(Key key) {
+    move(key, true);
+    heldKeys_.insert(key);
+  }
+  void release(Key key) {
+    move(key, false);
+    heldKeys_.erase(key);
+  }
   void press(Key key) {
     hold(key);
     release(key);
@@ -123,6 +129,7 @@ class User {
   [[nodiscard]] static std::string menu();
 
  private:
+  void move(Key key, bool down);
   static void putOnClipboard(const std::string& text);
   void settle() {
     if (!insideLoop_) desktop_.processPendingMessages();

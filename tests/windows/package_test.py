@@ -3,7 +3,6 @@
 
 import hashlib
 import os
-import re
 import shutil
 import socket
 import subprocess
@@ -14,8 +13,11 @@ import zipfile
 from pathlib import Path
 
 from windows_machine import WindowsMachine, windows_path
+from windows_shop import WindowsShop
 
-PROGRAM = Path(os.environ["KARVEL_WINDOWS_PROGRAM"])
+from shop import CODE_PAGE, TABLE  # found by windows_shop
+
+PROGRAM = WindowsShop.PROGRAM
 VERSION = os.environ["KARVEL_VERSION"]
 WORK = Path(os.environ["KARVEL_WORK_FOLDER"])
 MAKE_PACKAGES = Path(__file__).resolve().parents[2] / "packaging" / "make-packages"
@@ -25,18 +27,11 @@ SETUP = PACKAGES / f"karvel-{VERSION}-setup.exe"
 PORTABLE = PACKAGES / f"karvel-{VERSION}-portable.zip"
 PARTS = PACKAGES / f"karvel-{VERSION}.spdx.json"
 
-CODE_PAGE = "cp932"
 PRODUCT = "るりはなリンク集計管理"
 UNINSTALL_KEY = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\karvel"
 RUN_KEY = r"Software\Microsoft\Windows\CurrentVersion\Run"
 
 DONE, REFUSED, STILL_RUNNING = 0, 2, 3
-
-TICKET_SETTINGS = ("[USER INFOMATION]\r\nTODAY=240105\r\n"
-                   "[KARVEL1 INFOMATION]\r\nUSER NAME=本店\r\n")
-RESIDENT_SETTINGS = ("[FTP INFOMATION]\r\nFTP CODE=00345\r\nFTP TIME=1\r\nHST FOLD={folder}\r\n"
-                     "OUT FOLD={out}\r\nFTP TYPE=0\r\nFTP CHKC=1\r\nGRUP CODE=12\r\n"
-                     "GRUP NAME=ソ連絡先表\r\nFTP EXIT=9\r\nFTP INIT=9\r\n")
 
 machine = None
 
@@ -102,11 +97,11 @@ class SetupTest(unittest.TestCase):
     def setUp(self):
         machine.run("reg", "delete", f"HKCU\\{UNINSTALL_KEY}", "/f")
         machine.run("reg", "delete", f"HKCU\\{RUN_KEY}", "/v", "karvel", "/f")
-        self.base = Path(tempfile.mkdtemp(dir=WORK, prefix="shop-"))
-        self.addCleanup(shutil.rmtree, self.base)
-        self.folder = self.base / "集計 ソフト 表"
-        self.out = self.base / "out"
-        self.out.mkdir()
+        self.shop = WindowsShop(self, "--receptions", "5")
+        self.base, self.folder = self.shop.base, self.shop.folder
+        # The package comes first.
+        self.laid_out = self.folder.rename(self.base / "laid out")
+        (self.laid_out / PROGRAM.name).unlink()
 
     def set_up(self, *switches, setup=SETUP):
         """A silent run of the installer. It takes the rest of its command line for the folder,
@@ -130,13 +125,6 @@ class SetupTest(unittest.TestCase):
         file.parent.mkdir(parents=True, exist_ok=True)
         file.write_bytes(text.encode(CODE_PAGE))
 
-    @property
-    def settings(self):
-        return (self.folder / "karvel.hnb").read_bytes().decode(CODE_PAGE)
-
-    def log(self):
-        return b"".join(file.read_bytes() for file in (self.folder / "Log").iterdir())
-
     def menus(self):
         """The product's folders in the users' start menus."""
         programs = "AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
@@ -149,17 +137,14 @@ class SetupTest(unittest.TestCase):
         machine.wait_until(lambda: file.stat().st_size > size, "file held")
 
     def start_resident(self, **changes):
-        settings = RESIDENT_SETTINGS.format(folder=windows_path(self.folder),
-                                            out=windows_path(self.out))
+        """The program in the shop that the package is in now."""
+        shutil.copytree(self.laid_out, self.folder, dirs_exist_ok=True)
         for key, value in changes.items():
-            key = key.replace("_", " ")
-            settings = re.sub(f"{key}=.*\r\n", "", settings) + f"{key}={value}\r\n"
-        self.write("karvel.hnb", settings)
-        self.write("karvel.ini", TICKET_SETTINGS)
+            self.shop.set(key.replace("_", " "), str(value))
         # Also the one that an upgrade starts.
         self.addCleanup(machine.run, "taskkill", "/f", "/im", "karvel.exe")
-        run = machine.start(self.folder / "karvel.exe")
-        machine.wait_until(lambda: "FTP INIT=0" in self.settings, "request keys reset")
+        run = self.shop.start(screen=machine)
+        run.wait_for_start()
         return run
 
     def test_every_program_is_signed_where_a_certificate_is_named(self):
@@ -197,10 +182,10 @@ class SetupTest(unittest.TestCase):
                                ("診断", b"\\karvel-check.exe\0")):
             self.assertIn(program, (menu / f"集計管理 {entry}.lnk").read_bytes())
 
-        self.write("karvel.ini", TICKET_SETTINGS)
-        self.assertEqual(machine.run(self.folder / "karvel.exe"), 0)
-        self.assertIn(f"HST FOLD={folder}\r\n", self.settings)
-        self.assertIn("GRUP NAME=るりはなリンク\r\n", self.settings)
+        shutil.copy(self.laid_out / "karvel.ini", self.folder)
+        self.shop.start(screen=machine).expect_end()
+        self.assertEqual(self.shop.setting("HST FOLD"), folder)
+        self.assertEqual(self.shop.setting("GRUP NAME"), "るりはなリンク")
 
         # The start menu opens the settings whether the program runs or not.
         self.start_resident()
@@ -211,7 +196,7 @@ class SetupTest(unittest.TestCase):
             machine.wait_for_no_window()
 
         self.uninstall()
-        self.assertEqual(set(content_of(self.folder)), {"karvel.hnb", "karvel.ini"})
+        self.assertEqual(set(content_of(self.folder)), set(content_of(self.laid_out)))
         self.assertEqual(self.menus(), [])
         self.assertNotIn("karvel", machine.registry_values(RUN_KEY))
 
@@ -219,34 +204,33 @@ class SetupTest(unittest.TestCase):
         self.assertEqual(self.set_up(), DONE)
         with open(self.folder / "karvel.exe", "ab") as program:
             program.write(b"an older one")
-        shops_own = {"Log/240104.log": "2024/01/04 10:00:00\tHS-FTP:PutFile OK\r\n",
-                     "temp/240105_1.tmp": "",
-                     "kvserver.ini": "0004 ftp.example.com\r\n"}
+        (self.folder / "karvel-manual" / "old.html").write_text("of the older one")
+        shops_own = {"Log/240104.log": "of another day", "kvserver.ini": "0004 ftp.example.com\r\n"}
         for name, text in shops_own.items():
             self.write(name, text)
-        (self.folder / "karvel-manual" / "old.html").write_text("of the older one")
 
-        older = self.start_resident()
+        older = self.start_resident(GRUP_NAME="ソ連絡先表")
         self.assertEqual(self.set_up(), DONE)
 
-        older.wait(60)
+        older.expect_end()
         self.assertEqual((self.folder / "karvel.exe").read_bytes(), PROGRAM.read_bytes())
         self.assertFalse((self.folder / "karvel-manual" / "old.html").exists())
         # It sent once more, as it does on request.
-        self.assertEqual(self.log().count(b" Snd Exit"), 1)
-        self.assertTrue((self.out / "00345_240105.txt").exists())
+        self.assertEqual(self.shop.finished_runs(), 1)
+        self.assertIn(TABLE, self.shop.delivered())
         for name, text in shops_own.items():
             self.assertEqual((self.folder / name).read_bytes(), text.encode(CODE_PAGE), name)
         # The new one runs: its start takes the request back.
-        machine.wait_until(lambda: "FTP EXIT=0" in self.settings, "started again")
-        before = self.settings
+        machine.wait_until(lambda: self.shop.setting("FTP EXIT") == "0", "started again")
+        before = self.shop.own_settings.read_bytes()
 
         self.uninstall()
-        self.assertEqual(self.log().count(b" Snd Exit"), 2)
+        self.assertEqual(self.shop.finished_runs(), 2)
         left = {name for name in content_of(self.folder) if not name.startswith("Log/")}
-        self.assertEqual(left, {"karvel.hnb", "karvel.ini", "kvserver.ini", "temp/240105_1.tmp"})
-        self.assertEqual(re.sub("FTP EXIT=1", "FTP EXIT=0", self.settings), before)
-        self.assertIn("GRUP NAME=ソ連絡先表\r\n", before)
+        self.assertEqual(left, {"kvserver.ini", *content_of(self.laid_out)})
+        self.shop.set("FTP EXIT", "0")
+        self.assertEqual(self.shop.own_settings.read_bytes(), before)
+        self.assertEqual(self.shop.setting("GRUP NAME"), "ソ連絡先表")
 
     def test_an_upgrade_answers_the_message_of_a_failing_shop(self):
         self.assertEqual(self.set_up(), DONE)
@@ -254,19 +238,16 @@ class SetupTest(unittest.TestCase):
             site.settimeout(60)
             run = self.start_resident(FTP_TYPE=1, FTP_CHKF=1, FTP_SEVE="127.0.0.1", FTP_FOLD="f",
                                       FTP_NAME="n", FTP_PASS="p", FTP_PORT=site.getsockname()[1])
-            for request_after in ("0", "1"):
-                self.ask_for("EXIT", "1")
+            for request_after in (0, 1):
+                run.request("FTP EXIT", 1)
                 with site.accept()[0]:
                     # Taken back during the run, the request makes a run, but no end.
-                    self.ask_for("EXIT", request_after)
-                machine.wait_until(lambda: b" Snd Exit" in self.log(), "the first failure")
+                    run.request("FTP EXIT", request_after)
+                machine.wait_until(self.shop.finished_runs, "the first failure")
                 time.sleep(1)
             machine.wait_until(lambda: "" in machine.windows(), "the untitled message box")
         self.assertEqual(self.set_up("/STOPWAIT=20"), DONE)
-        run.wait(60)
-
-    def ask_for(self, request, value):
-        self.write("karvel.hnb", re.sub(f"FTP {request}=.", f"FTP {request}={value}", self.settings))
+        run.expect_end()
 
     def test_the_uninstaller_removes_settings_and_logs_when_told_to(self):
         self.assertEqual(self.set_up(), DONE)
@@ -294,20 +275,20 @@ class SetupTest(unittest.TestCase):
         self.write("karvel.hnb", "[FTP INFOMATION]\r\nFTP EXIT=0\r\nFTP INIT=0\r\n")
         self.assertEqual(self.set_up("/STOPWAIT=3"), STILL_RUNNING)
         self.assertEqual(held.read_bytes(), before)
-        self.assertIn("FTP EXIT=0\r\n", self.settings)
+        self.assertEqual(self.shop.setting("FTP EXIT"), "0")
 
     def test_an_upgrade_that_cannot_replace_a_file_fails_and_the_program_runs_on(self):
         self.assertEqual(self.set_up(), DONE)
         self.hold(self.folder / "karvel-manual" / "manual.ja.html")
         self.start_resident()
         self.assertEqual(self.set_up(), REFUSED)
-        machine.wait_until(lambda: "FTP EXIT=0" in self.settings, "started again")
+        machine.wait_until(lambda: self.shop.setting("FTP EXIT") == "0", "started again")
 
     def test_a_folder_with_other_peoples_texts_is_refused(self):
         self.write("memo.txt", "大事なメモ")
         self.assertEqual(self.set_up(), REFUSED)
         self.assertEqual(content_of(self.folder), {"memo.txt": "大事なメモ".encode(CODE_PAGE)})
-        self.write("karvel.ini", TICKET_SETTINGS)
+        shutil.copy(self.laid_out / "karvel.ini", self.folder)
         # The start with Windows stays as chosen.
         for switches, starts in ((["/AUTOSTART=0"], False), ([], False),
                                  (["/AUTOSTART=1"], True), ([], True)):

@@ -38,7 +38,7 @@ constexpr struct {
 } kKeys[] = {
     {Qt::Key_Shift, "", Qt::ShiftModifier},
     {Qt::Key_Control, "", Qt::ControlModifier},
-    {Qt::Key_V, "v"},
+    {Qt::Key_V, "V"},
     {Qt::Key_Tab, "\t"},
     {Qt::Key_Space, " "},
     {Qt::Key_Return, "\r"},
@@ -63,18 +63,6 @@ void send(QEvent&& event) {
   if (listener == nullptr) listener = focusWidget();
   if (listener == nullptr) listener = QApplication::activeModalWidget();
   if (listener != nullptr) QApplication::sendEvent(listener, &event);
-}
-
-/// As X11 says it: with the modifiers as they were before.
-void send(QEvent::Type type, Key wanted, const std::set<Key>& held) {
-  const auto& key = kKeys[static_cast<int>(wanted)];
-  Qt::KeyboardModifiers modifiers;
-  for (const Key other : held) modifiers |= kKeys[static_cast<int>(other)].modifier;
-  QString text = QString::fromLatin1(key.text);
-  if (modifiers.testFlag(Qt::ShiftModifier)) text = text.toUpper();
-  if (modifiers.testFlag(Qt::ControlModifier)) text.clear();
-  const bool repeated = type == QEvent::KeyPress && held.contains(wanted);
-  send(QKeyEvent(type, key.code, modifiers, text, repeated));
 }
 
 /// QLabel or QMessageBox.
@@ -102,15 +90,14 @@ Widget User::widget(const Form& form, const Control& control) {
   return handle(qt(window(form))->findChild<QWidget*>(control.row().name + number));
 }
 
-void User::hold(Key key) {
-  send(QEvent::KeyPress, key, heldKeys_);
-  heldKeys_.insert(key);
-  settle();
-}
-
-void User::release(Key key) {
-  send(QEvent::KeyRelease, key, heldKeys_);
-  heldKeys_.erase(key);
+/// As X11 says it: with the modifiers as they were before.
+void User::move(Key key, bool down) {
+  const auto& [code, text, modifier] = kKeys[static_cast<int>(key)];
+  Qt::KeyboardModifiers modifiers;
+  for (const Key other : heldKeys_) modifiers |= kKeys[static_cast<int>(other)].modifier;
+  const bool written = !modifiers.testFlag(Qt::ControlModifier);
+  send(QKeyEvent(down ? QEvent::KeyPress : QEvent::KeyRelease, code, modifiers,
+                 written ? QLatin1String(text) : QString(), down && heldKeys_.contains(key)));
   settle();
 }
 

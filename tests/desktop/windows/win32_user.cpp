@@ -52,23 +52,18 @@ void input(const KEYBDINPUT& key) {
   SendInput(1, &event, sizeof event);
 }
 
-void input(Key wanted, DWORD flags) {
-  // By Key.
-  static constexpr std::pair<WORD, DWORD> kCodes[] = {
-      {VK_SHIFT, 0},
-      {VK_CONTROL, 0},
-      {'V', 0},
-      {VK_TAB, 0},
-      {VK_SPACE, 0},
-      {VK_RETURN, 0},
-      {VK_ESCAPE, 0},
-      {VK_UP, KEYEVENTF_EXTENDEDKEY},
-      {VK_DOWN, KEYEVENTF_EXTENDEDKEY},
-  };
-  const auto [code, extended] = kCodes[static_cast<int>(wanted)];
-  const auto scanCode = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
-  input(KEYBDINPUT{code, scanCode, flags | extended, 0, 0});
-}
+/// By Key.
+constexpr std::pair<WORD, DWORD> kKeys[] = {
+    {VK_SHIFT, 0},
+    {VK_CONTROL, 0},
+    {'V', 0},
+    {VK_TAB, 0},
+    {VK_SPACE, 0},
+    {VK_RETURN, 0},
+    {VK_ESCAPE, 0},
+    {VK_UP, KEYEVENTF_EXTENDEDKEY},
+    {VK_DOWN, KEYEVENTF_EXTENDEDKEY},
+};
 
 /// In the window's font.
 PixelPoint sizeOf(HWND window, const std::string& text) {
@@ -171,13 +166,10 @@ Widget User::widget(const Form& form, const Control& wanted) {
   return handle(GetDlgItem(win(window(form)), id));
 }
 
-void User::hold(Key key) {
-  input(key, 0);
-  settle();
-}
-
-void User::release(Key key) {
-  input(key, KEYEVENTF_KEYUP);
+void User::move(Key key, bool down) {
+  const auto [code, extended] = kKeys[static_cast<int>(key)];
+  const auto scanCode = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
+  input(KEYBDINPUT{code, scanCode, extended | (down ? 0 : KEYEVENTF_KEYUP), 0, 0});
   settle();
 }
 
