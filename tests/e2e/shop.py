@@ -79,15 +79,10 @@ class Shop:
         self.own_settings.write_bytes(text.encode(CODE_PAGE))
 
     def log_messages(self):
-        """The run log's messages; the time stamps are checked and left out."""
-        messages = []
-        for log in sorted(self.log_folder.iterdir()):
-            text = log.read_bytes().decode(CODE_PAGE)
-            self.test.assertTrue(text.endswith("\r\n"), text)
-            for line in text.removesuffix("\r\n").split("\r\n"):
-                stamp, message = line.split("\t")
-                time.strptime(stamp, "%Y/%m/%d %H:%M:%S")
-                messages.append(message)
+        """The run log's messages, each of which stands behind a time stamp."""
+        text = b"".join(log.read_bytes() for log in self.log_folder.iterdir()).decode(CODE_PAGE)
+        messages = re.findall(r"\d{4}(?:/\d\d){2} \d\d(?::\d\d){2}\t(.*)\r\n", text)
+        self.test.assertEqual(len(messages), text.count("\n"), text)
         return messages
 
     def finished_runs(self):

@@ -7,30 +7,37 @@
 namespace karvel {
 namespace {
 
-/// Stands in front of the taskbar and counts what programs tell it. It takes none of the first
-/// messages, as while it starts, if it is to be deaf.
-struct Taskbar {
-  explicit Taskbar(int deafness) : deaf(deafness) {
+/// Stands in front of the taskbar and counts what programs tell it. As while it starts, it takes
+/// none of the first messages.
+class Taskbar {
+ public:
+  Taskbar() {
     WNDCLASSW description{};
     description.lpfnWndProc = [](HWND bar, UINT message, WPARAM first, LPARAM second) {
       if (message != WM_COPYDATA) return DefWindowProcW(bar, message, first, second);
       auto& self = *reinterpret_cast<Taskbar*>(GetWindowLongPtrW(bar, GWLP_USERDATA));
-      const bool add = reinterpret_cast<const COPYDATASTRUCT*>(second)->dwData == NIM_ADD;
-      self.hasIcon = self.hasIcon || (add && self.told >= self.deaf);
-      return LRESULT{++self.told > self.deaf && self.hasIcon};
+      const bool ready = ++self.told_ > kDeafFor;
+      const auto action = reinterpret_cast<const COPYDATASTRUCT*>(second)->dwData;
+      self.hasIcon_ = self.hasIcon_ || (ready && action == NIM_ADD);
+      return LRESULT{self.hasIcon_};
     };
     description.lpszClassName = L"Shell_TrayWnd";
     RegisterClassW(&description);
-    window.reset(CreateWindowExW(WS_EX_TOPMOST, L"Shell_TrayWnd", L"", WS_POPUP, 0, 0, 0, 0,
-                                 nullptr, nullptr, nullptr, nullptr));
-    SetWindowLongPtrW(window.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    bar_ = CreateWindowExW(WS_EX_TOPMOST, L"Shell_TrayWnd", L"", WS_POPUP, 0, 0, 0, 0, nullptr,
+                           nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(bar_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   }
+  ~Taskbar() { DestroyWindow(bar_); }
+  Taskbar(const Taskbar&) = delete;
+  Taskbar& operator=(const Taskbar&) = delete;
 
-  int deaf;
-  int told = 0;
-  bool hasIcon = false;
-  std::unique_ptr<std::remove_pointer_t<HWND>, decltype(&DestroyWindow)> window{nullptr,
-                                                                                &DestroyWindow};
+  [[nodiscard]] int told() const { return told_; }
+
+ private:
+  static constexpr int kDeafFor = 3;
+  HWND bar_;
+  int told_ = 0;
+  bool hasIcon_ = false;
 };
 
 HWND handle(Widget widget) {
@@ -89,23 +96,23 @@ TEST_F(Win32Tray, TheHandlerMayRemoveTheIconAndTheWindowHasItsProcedureBack) {
 
 TEST_F(Win32Tray, ATaskbarIsAskedEverySecondUntilItIsReadyAndAgainWhenItIsANewOne) {
   desktop_->removeTrayIcon();
-  const Taskbar taskbar(3);  // two messages a second: does it have the icon, and if not, take it
+  const Taskbar taskbar;  // two messages a second: does it have the icon, and if not, take it
   desktop_->addTrayIcon(form_, TrayImage::kNormal, "tip", [] {});
-  EXPECT_EQ(taskbar.told, 1);
-  for (int rounds = 0; taskbar.told < 5 && rounds < 100; ++rounds) {
+  EXPECT_EQ(taskbar.told(), 1);
+  for (int rounds = 0; taskbar.told() < 5 && rounds < 100; ++rounds) {
     wait(std::chrono::milliseconds(100));
   }
   wait(std::chrono::milliseconds(1200));
-  EXPECT_EQ(taskbar.told, 5);
+  EXPECT_EQ(taskbar.told(), 5);
 
   const UINT created = RegisterWindowMessageW(L"TaskbarCreated");
   SendMessageW(serviceWindow(), created, 0, 0);
-  EXPECT_EQ(taskbar.told, 6);
+  EXPECT_EQ(taskbar.told(), 6);
   desktop_->changeTrayIcon(TrayImage::kFailure, "tip");
   desktop_->removeTrayIcon();
-  EXPECT_EQ(taskbar.told, 8);
+  EXPECT_EQ(taskbar.told(), 8);
   SendMessageW(serviceWindow(), created, 0, 0);
-  EXPECT_EQ(taskbar.told, 8);
+  EXPECT_EQ(taskbar.told(), 8);
 }
 
 TEST_F(DesktopTest, ACloseMessageToTheWindowThatNobodySeesIsAWishToEnd) {
