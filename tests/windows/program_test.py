@@ -8,6 +8,7 @@ from windows_shop import WindowsShop
 import check_test  # found by windows_shop
 import delivery_test
 import ftp_servers_test
+import kills_stress
 
 
 class OnWindows(unittest.TestCase):
@@ -26,6 +27,12 @@ class Delivery(OnWindows, delivery_test.DeliveryTest):
 
 class FtpServers(OnWindows, ftp_servers_test.FtpServersTest):
     pass
+
+
+class Kills(OnWindows, kills_stress.Stress):
+    LONGEST_LIFE = 4.0
+    SIDE_BY_SIDE = 3
+    test_a_fleet_at_one_server_that_is_restarted = None  # which asks nothing else of the program
 
 
 if __name__ == "__main__":
