@@ -117,20 +117,23 @@ bool hasSingleBytes(unsigned codePage) {
 }
 
 /// The program's own texts do not depend on it.
-void findSystemCodePage(unsigned codePage, Findings& findings) {
-  const std::string names =
-      hasSingleBytes(codePage) ? "" : "。FTPサイトの日本語の名前も化けることがあります";
+void findSystemCodePage(Shop& shop, unsigned codePage, Findings& findings) {
+  const std::string number = std::to_string(codePage);
   findings.notice("code-page",
-                  "システムのコードページが" + std::to_string(codePage) +
-                      "です(日本語は932)。発券システムやメモ帳では日本語が化けることがあります" +
-                      names,
+                  "システムのコードページが" + number +
+                      "です(日本語は932)。発券システムやメモ帳では日本語が化けることがあります",
                   codePage == kUtf8 ? "「Unicode UTF-8を使用」のチェックを外します。"
                                     : "Unicode対応ではないプログラムの言語を日本語にします。");
+  if (shop.form.destination() == Destination::kUserSite && !hasSingleBytes(codePage)) {
+    findings.notice("server-names",
+                    "コードページ" + number + "では、サイトの日本語の名前が化けることがあります",
+                    "コードページを932にするか、名前を半角の英数字にします。");
+  }
 }
 
 void findCodePage(Shop& shop, Findings& findings) {
   const auto codePage = shop.inspection.codePage();
-  if (codePage && *codePage != kJapanese) findSystemCodePage(*codePage, findings);
+  if (codePage && *codePage != kJapanese) findSystemCodePage(shop, *codePage, findings);
   if (!isStorable(shop.folder)) {
     findings.notice("code-page",
                     "集計管理のフォルダの名前に、Shift-JISにない文字があります: " + shop.folder,

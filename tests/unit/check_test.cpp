@@ -78,6 +78,8 @@ const std::vector<Fault> kFaults{
     {"no settings", Mark::kTrouble, "settings-file",
      [](S& s) { s.files.files.erase(S::path(kOwnFile)); }},
     {"another code page", Mark::kNotice, "code-page", [](S& s) { s.system.page = 1252; }},
+    {"a code page of double bytes", Mark::kNotice, "server-names",
+     [](S& s) { onSite(s, [](S& t) { t.system.page = 936; }); }},
     {"an unstorable folder", Mark::kTrouble, "code-page",
      [](S& s) { s.setOwn("OUT FOLD", "o?t"); }},
     {"no shop code", Mark::kTrouble, "shop-code", [](S& s) { s.setOwn("FTP CODE", "0"); }},
