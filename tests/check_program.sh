@@ -30,8 +30,8 @@ check_windows() {
   has '^Time/Date.* 1970$' "holds the time of its build"
   ! grep -qF "$root" "$program" || refuse "names the folder that it was built in"
 
-  has_resource "$(printf 'PerMonitorV2' | hex)" || refuse "lacks its manifest"
-  has_resource "$(printf 'るりはなリンク集計管理' | iconv -f UTF-8 -t UTF-16LE | hex)" ||
+  grep -qaF PerMonitorV2 "$program" || refuse "lacks its manifest"
+  grep -qaF "$(iconv -f UTF-8 -t UTF-16LE <<<'るりはなリンク集計管理' | head -c -2)" "$program" ||
     refuse "lacks its Japanese version resource"
   size=$(stat -c %s "$program")
   ((size <= largest)) || refuse "$size bytes, more than $largest"
@@ -41,9 +41,6 @@ check_linux() {
   facts=$(readelf -dlW "$program" && nm -D "$program")
   for flag in 'FLAGS_1.* NOW.* PIE' GNU_RELRO __stack_chk_fail; do has "$flag" "lacks $flag"; done
 }
-
-hex() { od -An -v -tx1 | tr -d ' \n'; }
-has_resource() { [[ $(hex <"$program") == *$1* ]]; }
 
 if [[ $program == *.exe ]]; then check_windows; else check_linux; fi
 exit $failed

@@ -4,10 +4,7 @@
 namespace karvel {
 namespace {
 
-class Binding : public DesktopTest {
- protected:
-  Binding() { show(form_); }
-};
+class Binding : public ShownForm {};
 
 TEST_F(Binding, ATextGoesBothWaysAndRunsTheHandlerOnce) {
   int changes = 0;

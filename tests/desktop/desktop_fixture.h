@@ -60,4 +60,10 @@ class DesktopTest : public ::testing::Test {
   std::vector<Form*> shown_;
 };
 
+/// The sample form is on the screen.
+class ShownForm : public DesktopTest {
+ protected:
+  ShownForm() { show(form_); }
+};
+
 }  // namespace karvel

@@ -3,9 +3,9 @@
 namespace karvel {
 namespace {
 
-class Window : public DesktopTest {};
+class Window : public ShownForm {};
 
-TEST_F(Window, ShowsTheFormAsItHasBecomeMeanwhile) {
+TEST_F(DesktopTest, ShowsTheFormAsItHasBecomeMeanwhile) {
   desktop_->bind(form_);
   text(0).setText("early");
   EXPECT_FALSE(User::look(window()).isShown);
@@ -17,7 +17,6 @@ TEST_F(Window, ShowsTheFormAsItHasBecomeMeanwhile) {
 }
 
 TEST_F(Window, TheCloseBoxAsksTheFormWhichMayThenBeReleased) {
-  show(form_);
   user_.press(Key::kEscape);
   int closes = 0;
   form_.onClose = [&] {
@@ -34,7 +33,6 @@ TEST_F(Window, TheCloseBoxAsksTheFormWhichMayThenBeReleased) {
 }
 
 TEST_F(Window, MinimisingByTheUserRunsTheResizeHandlerOnce) {
-  show(form_);
   int resizes = 0;
   form_.onResize = [&] {
     ++resizes;
@@ -52,7 +50,6 @@ TEST_F(Window, MinimisingByTheUserRunsTheResizeHandlerOnce) {
 }
 
 TEST_F(Window, EveryKeyIsPreviewedOnceWithTheModifiersAfterIt) {
-  show(form_);
   user_.focus(field(0));
   std::vector<int> masks;
   form_.onKey = [&](int mask) { masks.push_back(mask); };
@@ -68,7 +65,6 @@ TEST_F(Window, EveryKeyIsPreviewedOnceWithTheModifiersAfterIt) {
 }
 
 TEST_F(Window, EnterPressesTheFocusedOrTheDefaultButtonAndEscapeTheOther) {
-  show(form_);
   std::string pressed;
   logClicks("Button", pressed);
   user_.focus(field(0));
@@ -86,7 +82,6 @@ TEST_F(Window, EnterPressesTheFocusedOrTheDefaultButtonAndEscapeTheOther) {
 }
 
 TEST_F(Window, TheDefaultButtonKeepsItsLook) {
-  show(form_);
   const auto looks = [&] {
     return User::look(button(0)).looksDefault && !User::look(button(2)).looksDefault;
   };
@@ -111,7 +106,6 @@ TEST_F(Window, TheDefaultButtonKeepsItsLook) {
 }
 
 TEST_F(Window, WhatIsClickedWhileTheProgramIsBusyIsDiscardedAndTheFocusStays) {
-  show(form_);
   int runs = 0;
   form_.control("Button", 2).onClick = [&] {
     if (++runs > 1) return;

@@ -76,6 +76,10 @@ class BytesHandler(FTPHandler):
     dtp_handler = BytesDataHandler
     unicode_errors = "surrogateescape"
 
+    def pre_process_command(self, line, cmd, arg):
+        self.commands.append((cmd, arg))
+        super().pre_process_command(line, cmd, arg)
+
     def push(self, s):
         # Past FTPHandler.push, which would encode without that.
         super(FTPHandler, self).push(s.encode("utf8", self.unicode_errors))
@@ -89,13 +93,13 @@ class PyftpdServer(Server):
         """Serves as many clients at a time as it is asked to serve, or all."""
         super().__init__(test)
         self.connections = connections
-        authorizer = self.authorizer = DummyAuthorizer()
-        authorizer.add_user(self.user, self.password, str(self.root), perm="elradfmwMT")
+        self.authorizer = DummyAuthorizer()
+        self.authorizer.add_user(self.user, self.password, str(self.root), perm="elradfmwMT")
         self.commands = []
         # A class of its own: what is set on a handler class holds for all its servers.
         self.handler = type("Handler", (BytesHandler,), {
-            "authorizer": authorizer, "banner": "ready", "auth_failed_timeout": 0,
-            "pre_process_command": self.recorded(BytesHandler.pre_process_command)})
+            "authorizer": self.authorizer, "banner": "ready", "auth_failed_timeout": 0,
+            "commands": self.commands})
         self.start()
         test.addCleanup(self.stop)
 
@@ -110,12 +114,6 @@ class PyftpdServer(Server):
         """Drops all its clients on the way."""
         self.stop()
         self.start()
-
-    def recorded(self, process):
-        def pre_process_command(handler, line, cmd, arg):
-            self.commands.append((cmd, arg))
-            return process(handler, line, cmd, arg)
-        return pre_process_command
 
     def serve(self):
         while not self.stopping:

@@ -8,9 +8,8 @@ namespace karvel {
 namespace {
 
 /// What the window system sees of the desktop and a user's hands do not.
-class OnQt : public DesktopTest {
+class OnQt : public ShownForm {
  protected:
-  OnQt() { show(form_); }
   QWidget& onQt(Widget widget) const { return *reinterpret_cast<QWidget*>(widget); }
 };
 

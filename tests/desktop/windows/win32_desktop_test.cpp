@@ -48,10 +48,9 @@ HWND serviceWindow() {
   return FindWindowW(L"karvel.service", nullptr);
 }
 
-class Win32Tray : public DesktopTest {
+class Win32Tray : public ShownForm {
  protected:
   Win32Tray() {
-    show(form_);
     desktop_->addTrayIcon(form_, TrayImage::kNormal, "tip", [this] { onRightButtonUp_(); });
   }
 
@@ -115,7 +114,7 @@ TEST_F(Win32Tray, ATaskbarIsAskedEverySecondUntilItIsReadyAndAgainWhenItIsANewOn
   EXPECT_EQ(taskbar.told(), 8);
 }
 
-TEST_F(DesktopTest, ACloseMessageToTheWindowThatNobodySeesIsAWishToEnd) {
+TEST_F(ShownForm, ACloseMessageToTheWindowThatNobodySeesIsAWishToEnd) {
   int asked = 0;
   desktop_->setEndSessionHandler([&] { ++asked; });
   SendMessageW(serviceWindow(), WM_CLOSE, 0, 0);
@@ -123,20 +122,17 @@ TEST_F(DesktopTest, ACloseMessageToTheWindowThatNobodySeesIsAWishToEnd) {
   EXPECT_NE(serviceWindow(), nullptr);
 }
 
-TEST_F(DesktopTest, AStatusTextIsPaintedWithoutTheMessageLoop) {
-  show(form_);
+TEST_F(ShownForm, AStatusTextIsPaintedWithoutTheMessageLoop) {
   form_.control("Label1", 0).setCaption("1");
   EXPECT_EQ(GetUpdateRect(handle(widget("Label1", 0)), nullptr, FALSE), FALSE);
 }
 
-TEST_F(DesktopTest, TheFolderDialogBeginsAtTheFolderThatIsGiven) {
-  show(form_);
+TEST_F(ShownForm, TheFolderDialogBeginsAtTheFolderThatIsGiven) {
   user_.soon([&] { user_.press(Key::kEnter); });
   EXPECT_EQ(desktop_->browseForFolder(form_, "title", "C:\\windows"), "C:\\windows");
 }
 
-TEST_F(DesktopTest, AFieldIsAsHighAsItsTextNeedsAndStandsInTheMiddleOfItsRow) {
-  show(form_);
+TEST_F(ShownForm, AFieldIsAsHighAsItsTextNeedsAndStandsInTheMiddleOfItsRow) {
   for (const double factor : {1.0, 1.5, 2.0}) {
     user_.setTextSize(factor);
     RECT inside{};
@@ -149,8 +145,7 @@ TEST_F(DesktopTest, AFieldIsAsHighAsItsTextNeedsAndStandsInTheMiddleOfItsRow) {
   }
 }
 
-TEST_F(DesktopTest, TheWindowGrowsWithTheSystemsFont) {
-  show(form_);
+TEST_F(ShownForm, TheWindowGrowsWithTheSystemsFont) {
   const int before = User::look(window()).place.width;
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;
