@@ -17,16 +17,17 @@ namespace karvel {
 /// The real window or control on the screen; null where there is none.
 using Widget = struct WidgetOnScreen*;
 
+/// By their numbers on Windows.
 enum class Key : std::uint8_t {
-  kShift,
-  kControl,
-  kV,
-  kTab,
-  kSpace,
-  kEnter,
-  kEscape,
-  kUp,
-  kDown,
+  kTab = 0x09,
+  kEnter = 0x0D,
+  kShift = 0x10,
+  kControl = 0x11,
+  kEscape = 0x1B,
+  kSpace = 0x20,
+  kUp = 0x26,
+  kDown = 0x28,
+  kV = 'V',
 };
 
 /// What the user sees of a control or a window; nothing of one that is not there.

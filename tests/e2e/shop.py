@@ -111,9 +111,9 @@ class Shop:
             subprocess.run(["chown", "-R", f"{NOBODY}:{NOBODY}", self.base], check=True)
         return USER
 
-    def send_once(self, **how):
+    def send_once(self):
         """A whole life of the program: start, send on request, end in order."""
-        self.start(**how).send_and_end()
+        self.start().send_and_end()
 
 
 def environment_on(screen):

@@ -30,21 +30,22 @@ Kind* as(Widget widget) {
   return qobject_cast<Kind*>(qt(widget));
 }
 
-/// By Key.
-constexpr struct {
+struct QtKey {
   Qt::Key code;
   const char* text = "";
   Qt::KeyboardModifier modifier = Qt::NoModifier;
-} kKeys[] = {
-    {Qt::Key_Shift, "", Qt::ShiftModifier},
-    {Qt::Key_Control, "", Qt::ControlModifier},
-    {Qt::Key_V, "V"},
-    {Qt::Key_Tab, "\t"},
-    {Qt::Key_Space, " "},
-    {Qt::Key_Return, "\r"},
-    {Qt::Key_Escape},
-    {Qt::Key_Up},
-    {Qt::Key_Down},
+};
+
+const std::map<Key, QtKey> kKeys = {
+    {Key::kTab, {Qt::Key_Tab, "\t"}},
+    {Key::kEnter, {Qt::Key_Return, "\r"}},
+    {Key::kShift, {Qt::Key_Shift, "", Qt::ShiftModifier}},
+    {Key::kControl, {Qt::Key_Control, "", Qt::ControlModifier}},
+    {Key::kEscape, {Qt::Key_Escape}},
+    {Key::kSpace, {Qt::Key_Space, " "}},
+    {Key::kUp, {Qt::Key_Up}},
+    {Key::kDown, {Qt::Key_Down}},
+    {Key::kV, {Qt::Key_V, "V"}},
 };
 
 /// QApplication's own answer is none after a window has been hidden and shown again: this platform
@@ -92,9 +93,9 @@ Widget User::widget(const Form& form, const Control& control) {
 
 /// As X11 says it: with the modifiers as they were before.
 void User::move(Key key, bool down) {
-  const auto& [code, text, modifier] = kKeys[static_cast<int>(key)];
+  const auto& [code, text, modifier] = kKeys.at(key);
   Qt::KeyboardModifiers modifiers;
-  for (const Key other : heldKeys_) modifiers |= kKeys[static_cast<int>(other)].modifier;
+  for (const Key other : heldKeys_) modifiers |= kKeys.at(other).modifier;
   const bool written = !modifiers.testFlag(Qt::ControlModifier);
   send(QKeyEvent(down ? QEvent::KeyPress : QEvent::KeyRelease, code, modifiers,
                  written ? QLatin1String(text) : QString(), down && heldKeys_.contains(key)));

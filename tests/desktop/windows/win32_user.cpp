@@ -52,19 +52,6 @@ void input(const KEYBDINPUT& key) {
   SendInput(1, &event, sizeof event);
 }
 
-/// By Key.
-constexpr std::pair<WORD, DWORD> kKeys[] = {
-    {VK_SHIFT, 0},
-    {VK_CONTROL, 0},
-    {'V', 0},
-    {VK_TAB, 0},
-    {VK_SPACE, 0},
-    {VK_RETURN, 0},
-    {VK_ESCAPE, 0},
-    {VK_UP, KEYEVENTF_EXTENDEDKEY},
-    {VK_DOWN, KEYEVENTF_EXTENDEDKEY},
-};
-
 /// In the window's font.
 PixelPoint sizeOf(HWND window, const std::string& text) {
   const SelectedDc dc(window, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
@@ -167,8 +154,9 @@ Widget User::widget(const Form& form, const Control& wanted) {
 }
 
 void User::move(Key key, bool down) {
-  const auto [code, extended] = kKeys[static_cast<int>(key)];
+  const auto code = static_cast<WORD>(key);
   const auto scanCode = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
+  const DWORD extended = key == Key::kUp || key == Key::kDown ? KEYEVENTF_EXTENDEDKEY : 0;
   input(KEYBDINPUT{code, scanCode, extended | (down ? 0 : KEYEVENTF_KEYUP), 0, 0});
   settle();
 }
