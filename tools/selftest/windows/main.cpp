@@ -139,6 +139,7 @@ class SelfTest {
   Inspection& inspection_;
   Order order_;
   std::string folder_ = folderOf(programPath());
+  std::string temporary_ = inspection_.temporaryFolder();  ///< before the tests get another one
   Page page_;
 };
 
@@ -259,7 +260,7 @@ bool SelfTest::writePage() {
   const std::string html = page_.html();
   if (Win32Files().write(order_.report, html)) return true;
   const std::string name = order_.report.substr(order_.report.find_last_of(kSeparator) + 1);
-  order_.report = joinPath(inspection_.temporaryFolder(), name);
+  order_.report = joinPath(temporary_, name);
   return Win32Files().write(order_.report, html);
 }
 
