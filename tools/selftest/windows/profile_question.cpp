@@ -26,7 +26,7 @@ std::string visible(const std::string& line) {
     } else if (c == '\t') {
       text += "→";
     } else if (c == '\r') {
-      text += "␍";
+      text += "[CR]";
     } else {
       text += c;
     }
