@@ -106,13 +106,11 @@ TEST_F(Window, TheDefaultButtonKeepsItsLook) {
 }
 
 TEST_F(Window, WhatIsClickedWhileTheProgramIsBusyIsDiscardedAndTheFocusStays) {
+  Control& command = form_.control("Button", 2);
   int runs = 0;
-  form_.control("Button", 2).onClick = [&] {
+  command.onClick = [&] {
     if (++runs > 1) return;
-    const auto enable = [&](bool enabled) {
-      for (const int index : {0, 1, 2}) form_.control("Button", index).setEnabled(enabled);
-    };
-    enable(false);
+    command.setEnabled(false);
     {
       const BusyScope busy(*desktop_, form_);
       user_.clickAhead(button(2));
@@ -120,7 +118,7 @@ TEST_F(Window, WhatIsClickedWhileTheProgramIsBusyIsDiscardedAndTheFocusStays) {
       EXPECT_TRUE(User::look(field(0)).waits);
     }
     EXPECT_FALSE(User::look(field(0)).waits);
-    enable(true);
+    command.setEnabled(true);
   };
   user_.click(button(2));
   EXPECT_EQ(runs, 1);

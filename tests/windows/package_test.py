@@ -40,8 +40,13 @@ def setUpModule():
     global machine
     WORK.mkdir(exist_ok=True)
     shutil.rmtree(PACKAGES, ignore_errors=True)
-    subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, PACKAGES], check=True)
+    make_packages(PACKAGES)
     machine = WindowsMachine(unittest.addModuleCleanup, with_tray=False)
+
+
+def make_packages(folder, **variables):
+    subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, folder], check=True,
+                   env=os.environ | variables)
 
 
 def content_of(folder):
@@ -65,8 +70,7 @@ class PackagesTest(unittest.TestCase):
 
     def test_the_packages_are_the_same_whenever_they_are_made(self):
         with tempfile.TemporaryDirectory(dir=WORK) as again:
-            subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, again], check=True,
-                           env={**os.environ, "TZ": "Asia/Tokyo"})
+            make_packages(again, TZ="Asia/Tokyo")
             self.assertEqual(content_of(Path(again)), content_of(PACKAGES))
 
     def test_the_portable_zip_is_ready_to_be_unpacked_and_started(self):
@@ -81,16 +85,15 @@ class PackagesTest(unittest.TestCase):
 
 
 def throw_away_certificate(folder):
-    """Environment that names a new certificate, and the certificate's file."""
-    key, certificate, both, password = (folder / name for name in ("key", "crt", "p12", "password"))
+    """Variables that name a new certificate with its key, and the certificate's file."""
+    pem, both, password = (folder / name for name in ("pem", "p12", "password"))
     password.write_text("throw-away")
     for command in (("req", "-x509", "-newkey", "rsa:2048", "-nodes", "-subj", "/CN=test",
-                     "-addext", "extendedKeyUsage=codeSigning", "-keyout", key, "-out", certificate),
-                    ("pkcs12", "-export", "-inkey", key, "-in", certificate, "-out", both,
+                     "-addext", "extendedKeyUsage=codeSigning", "-keyout", pem, "-out", pem),
+                    ("pkcs12", "-export", "-in", pem, "-out", both,
                      "-passout", f"file:{password}")):
         subprocess.run(["openssl", *command], check=True, stderr=subprocess.DEVNULL)
-    return {**os.environ, "KARVEL_SIGN_CERTIFICATE": both,
-            "KARVEL_SIGN_PASSWORD_FILE": password}, certificate
+    return {"KARVEL_SIGN_CERTIFICATE": both, "KARVEL_SIGN_PASSWORD_FILE": password}, pem
 
 
 class SetupTest(unittest.TestCase):
@@ -109,10 +112,9 @@ class SetupTest(unittest.TestCase):
         target = f"/D={windows_path(self.folder)}".split(" ")
         return machine.run(setup, "/S", *switches, *target)
 
-    def uninstall(self, *switches):
+    def uninstall(self):
         """Returns when the uninstaller is done; it works from a copy of itself."""
-        uninstaller = self.folder / "karvel-uninstall.exe"
-        machine.run(uninstaller, "/S", *switches)
+        machine.run(self.folder / "karvel-uninstall.exe", "/S")
         machine.wait_until(self.uninstalled, "uninstalled")
 
     def uninstalled(self):
@@ -148,9 +150,9 @@ class SetupTest(unittest.TestCase):
         return run
 
     def test_every_program_is_signed_where_a_certificate_is_named(self):
-        environment, certificate = throw_away_certificate(self.base)
+        variables, certificate = throw_away_certificate(self.base)
         packages = self.base / "signed"
-        subprocess.run([MAKE_PACKAGES, PROGRAM, VERSION, packages], check=True, env=environment)
+        make_packages(packages, **variables)
         self.assertEqual(self.set_up(setup=packages / SETUP.name), DONE)
         programs = [packages / SETUP.name, *self.folder.glob("*.exe")]
         self.assertEqual(len(programs), 5)
@@ -164,11 +166,11 @@ class SetupTest(unittest.TestCase):
         self.assertEqual(self.set_up(), DONE)
 
         installed = content_of(self.folder)
-        self.assertEqual(installed.pop("karvel.exe"), PROGRAM.read_bytes())
-        for own in ("karvel-settings.exe", "karvel-check.exe", "karvel-uninstall.exe"):
-            installed.pop(own)
+        self.assertEqual(installed["karvel.exe"], PROGRAM.read_bytes())
         self.assertIn("karvel-manual/manual.ja.html", installed)
-        self.assertEqual([name for name in installed if not name.startswith("karvel-manual/")], [])
+        self.assertEqual({name for name in installed if not name.startswith("karvel-manual/")},
+                         {"karvel.exe", "karvel-settings.exe", "karvel-check.exe",
+                          "karvel-uninstall.exe"})
         self.assertTrue((self.folder / "Log").is_dir())
 
         entry = machine.registry_values(UNINSTALL_KEY)
