@@ -31,6 +31,11 @@ class InternetTest : public ::testing::Test {
     return internet_->connect(root_, account(), flags);
   }
 
+  /// The number that a call has failed with; 0 when it has not.
+  [[nodiscard]] ErrorNumber errorOf(bool succeeded) {
+    return succeeded ? 0 : internet_->lastError();
+  }
+
   /// Uploads a file with that content.
   bool put(Handle session, const std::string& content, const std::string& remoteName,
            std::uint32_t type = Internet::kTransferBinary) {
@@ -39,10 +44,9 @@ class InternetTest : public ::testing::Test {
   /// The names of the current folder.
   Names list(Handle session) {
     Names names;
-    Internet::FindData entry;
-    const Handle find = internet_->findFirst(session, "*.*", entry);
-    for (bool found = find != 0; found; found = internet_->findNext(find, entry)) {
-      names.push_back(entry.name);
+    const Handle find = internet_->findFirst(session, "*.*", entry_);
+    for (bool found = find != 0; found; found = internet_->findNext(find, entry_)) {
+      names.push_back(entry_.name);
     }
     EXPECT_EQ(internet_->close(find), find != 0);
     return names;
@@ -52,6 +56,7 @@ class InternetTest : public ::testing::Test {
   ScratchFolder folder_{"한글 😀"};  ///< of a name that code page 932 lacks
   std::unique_ptr<Internet> internet_ = makeInternet();
   Handle root_ = internet_->open();
+  Internet::FindData entry_;  ///< found last
 };
 
 }  // namespace karvel

@@ -21,18 +21,17 @@ SiteShop::SiteShop()
                 .desktop = std::make_unique<FakeDesktop>()},
       clock(static_cast<FakeClock&>(*platform_.clock)),
       desktop(static_cast<FakeDesktop&>(*platform_.desktop)) {
-  server.addFolder(kSiteFolder);
-  sample::Shop shop;
-  shop.folder = std::filesystem::u8path(folder_.path());
-  shop.destination = sample::Destination::kOwnSite;
-  shop.site = {.port = std::to_string(server.port()),
-               .folder = kSiteFolder + 1,
-               .user = ScriptedFtpServer::kUser,
-               .password = ScriptedFtpServer::kPassword};
-  shop.day = "240115";
-  shop.desks = 1;
-  shop.receptions = 3;
-  sample::layOut(shop);
+  server.add(kSiteFolder);
+  sample::layOut({.folder = std::filesystem::u8path(folder_.path()),
+                  .outFolder = {},
+                  .destination = sample::Destination::kOwnSite,
+                  .site = {.port = std::to_string(server.port()),
+                           .folder = kSiteFolder + 1,
+                           .user = ScriptedFtpServer::kUser,
+                           .password = ScriptedFtpServer::kPassword},
+                  .day = "240115",
+                  .desks = 1,
+                  .receptions = 3});
 }
 
 void SiteShop::setOwn(const std::string& key, const std::string& value) {

@@ -1,4 +1,4 @@
-#include "contract/known_differences.h"
+#include "contract/ports.h"
 #include "desktop/desktop_fixture.h"
 
 namespace karvel {

@@ -7,17 +7,12 @@ namespace karvel {
 namespace {
 
 using std::chrono::milliseconds;
+using enum FtpFault::Kind;
 
 constexpr milliseconds kSlice{10};
 constexpr milliseconds kDataWait{1000};
 constexpr std::size_t kPiece = 8 * 1024;
 constexpr int kHighestPort = 60000;  ///< that the program takes from its settings
-
-TestSocket listenWithinReach(const char* host) {
-  TestSocket listener = TestSocket::listen(host);
-  while (listener.port() > kHighestPort) listener = TestSocket::listen(host);
-  return listener;
-}
 
 std::string parentOf(const std::string& path) {
   return path.substr(0, path.rfind('/'));
@@ -28,8 +23,8 @@ std::string parentOf(const std::string& path) {
 /// One client of the server, from greeting to end.
 class ScriptedFtpServer::Session {
  public:
-  Session(ScriptedFtpServer& server, TestSocket control)
-      : server_(server), control_(std::move(control)) {}
+  Session(ScriptedFtpServer& server, TestSocket control, const std::stop_token& stop)
+      : server_(server), control_(std::move(control)), stop_(stop) {}
 
   /// Returns when the client is gone, has been dropped, or the server stops.
   void run() {
@@ -54,10 +49,15 @@ class ScriptedFtpServer::Session {
     const std::string command = line.substr(0, blank);
     argument_ = blank == std::string::npos ? "" : line.substr(blank + 1);
     fault_ = recordAndChoose(command, line);
-    if (misbehaves()) return;
+    if (fault_.kind == kRefuse) return say(fault_.text);
+    if (fault_.kind == kDrop) return control_.close();
+    if (fault_.kind == kReset) return control_.reset();
+    if (fault_.kind == kStall) return waitForEnd();
+    if (fault_.kind == kEndlessReply) return repeat(control_);
+    if (fault_.kind == kDelay) pause();
     const std::string reply = replyTo(command);
-    say(fault_.kind == FtpFault::kReplaceReply ? fault_.text : reply);
-    if (fault_.kind == FtpFault::kDropAfter) control_.close();
+    say(fault_.kind == kReplaceReply ? fault_.text : reply);
+    if (fault_.kind == kDropAfter) control_.close();
   }
 
   FtpFault recordAndChoose(const std::string& command, const std::string& line) {
@@ -69,62 +69,26 @@ class ScriptedFtpServer::Session {
     return found == script.end() ? FtpFault() : found->second;
   }
 
-  /// Faults that come instead of the command; true when there was one.
-  bool misbehaves() {
-    switch (fault_.kind) {
-      case FtpFault::kRefuse:
-        say(fault_.text);
-        return true;
-      case FtpFault::kDrop:
-        control_.close();
-        return true;
-      case FtpFault::kReset:
-        control_.reset();
-        return true;
-      case FtpFault::kStall:
-        waitForEnd();
-        return true;
-      case FtpFault::kEndlessReply:
-        repeat(control_);
-        control_.close();
-        return true;
-      case FtpFault::kDelay:
-        pause();
-        return false;
-      default:
-        return false;
-    }
-  }
-
   std::string replyTo(const std::string& command) {
     if (command == kGreeting) return "220 Ready.";
     if (command == "QUIT") return "221 Goodbye.";
-    if (command == "USER") return user();
-    if (command == "PASS") return logIn();
+    if (command == "USER") {
+      user_ = argument_;
+      return "331 Password, please.";
+    }
+    if (command == "PASS") {
+      loggedIn_ = user_ == kUser && argument_ == kPassword;
+      return loggedIn_ ? "230 Welcome." : "530 Login incorrect.";
+    }
     if (!loggedIn_) return "530 Not logged in.";
     if (command == "TYPE") return "200 Type set.";
     if (command == "PWD") return currentFolder();
-    if (command == "CWD") return changeFolder();
-    if (command == "PASV") return passive();
-    if (command == "EPSV") return extendedPassive();
+    if (command == "PASV" || command == "EPSV") return passive(command == "EPSV");
     if (command == "PORT") return active("%*d,%*d,%*d,%*d,%d,%d");
     if (command == "EPRT") return active("|%*d|%*[^|]|%d|");
-    if (command == "LIST") return sendListing();
-    if (command == "STOR") return store();
-    if (command == "DELE") return remove();
-    if (command == "RNFR") return renameFrom();
-    if (command == "RNTO") return renameTo();
-    return "502 Unknown command.";
-  }
-
-  std::string user() {
-    user_ = argument_;
-    return "331 Password, please.";
-  }
-
-  std::string logIn() {
-    loggedIn_ = user_ == kUser && argument_ == kPassword;
-    return loggedIn_ ? "230 Welcome." : "530 Login incorrect.";
+    if (command == "LIST") return transfer(&Session::sendListing);
+    if (command == "STOR") return transfer(&Session::store);
+    return changeTree(command);
   }
 
   std::string currentFolder() {
@@ -133,34 +97,19 @@ class ScriptedFtpServer::Session {
     return "257 \"" + quoted + "\" is the current folder.";
   }
 
-  std::string changeFolder() {
-    const std::string path = argument_ == ".." ? parentOf(folder_) : pathOf(argument_);
-    const std::lock_guard lock(server_.mutex_);
-    const auto found = server_.tree_.find(path);
-    const bool exists = found != server_.tree_.end() && !found->second;
-    if (!exists && !path.empty()) return "550 No such folder.";
-    folder_ = path;
-    return "250 Changed.";
-  }
-
-  std::string passive() {
-    const char* const host =
-        fault_.kind == FtpFault::kForeignAddress ? "10,255,255,1," : "127,0,0,1,";
+  std::string passive(bool extended) {
     const int port = passivePort();
-    return "227 Entering Passive Mode (" + std::string(host) + std::to_string(port / 256) + "," +
-           std::to_string(port % 256) + ").";
-  }
-
-  std::string extendedPassive() {
-    return "229 Entering Extended Passive Mode (|||" + std::to_string(passivePort()) + "|)";
+    if (extended) return "229 Entering Extended Passive Mode (|||" + std::to_string(port) + "|)";
+    const char* const host = fault_.kind == kForeignAddress ? "10,255,255,1" : "127,0,0,1";
+    return std::string("227 Entering Passive Mode (") + host + "," + std::to_string(port / 256) +
+           "," + std::to_string(port % 256) + ").";
   }
 
   int passivePort() {
     activePort_ = 0;
-    if (fault_.kind == FtpFault::kRefusedPort) return TestSocket::listen(server_.host_).port();
-    if (fault_.kind == FtpFault::kSilentPort) {
-      other_ = TestSocket::listenSilently(server_.host_);
-      return other_.port();
+    if (fault_.kind == kRefusedPort) return TestSocket::listen(server_.host_).port();
+    if (fault_.kind == kSilentPort) {
+      return (other_ = TestSocket::listenSilently(server_.host_)).port();
     }
     // Connections that were made for a transfer which did not take place.
     while (server_.passive_.accept(milliseconds{0}).valid()) continue;
@@ -173,19 +122,36 @@ class ScriptedFtpServer::Session {
     const int count = std::sscanf(argument_.c_str(), format, &high, &low);
     if (count < 1) return "501 Bad address.";
     activePort_ = count == 1 ? high : high * 256 + low;
-    if (fault_.kind == FtpFault::kStranger) {
+    if (fault_.kind == kStranger) {
       other_ = TestSocket::connect(server_.host_, activePort_, TestSocket::kOther);
     }
     return "200 Port set.";
   }
 
-  std::string sendListing() {
+  std::string transfer(void (Session::*move)(TestSocket& data)) {
     TestSocket data = openData();
     if (!data.valid()) return "425 No data connection.";
-    if (fault_.kind == FtpFault::kEndlessListing) repeat(data);
-    const std::string listing = fault_.kind == FtpFault::kListing ? fault_.text : this->listing();
+    (this->*move)(data);
+    if (fault_.kind == kStallTransfer) waitForEnd();
+    data.close();
+    if (fault_.kind == kDropTransfer) control_.close();
+    return fault_.kind == kCutTransfer ? "426 Cut off." : "226 Transferred.";
+  }
+
+  /// Announces the transfer and connects for it; invalid when the client does not.
+  TestSocket openData() {
+    TestSocket data;
+    if (activePort_ == 0) data = server_.passive_.accept(kDataWait);
+    say("150 Opening data connection.");
+    if (fault_.kind == kLateConnection) pause();
+    if (activePort_ != 0) data = TestSocket::connect(server_.host_, activePort_, server_.host_);
+    return data;
+  }
+
+  void sendListing(TestSocket& data) {
+    if (fault_.kind == kEndlessListing) repeat(data);
+    const std::string listing = fault_.kind == kListing ? fault_.text : this->listing();
     sendAll(data, listing.substr(0, fault_.bytes));
-    return endTransfer(std::move(data));
   }
 
   std::string listing() {
@@ -200,66 +166,52 @@ class ScriptedFtpServer::Session {
     return lines;
   }
 
-  std::string store() {
-    // As on a real server, a transfer that breaks off leaves what has arrived.
-    server_.addFile(pathOf(argument_), "");
-    TestSocket data = openData();
-    if (!data.valid()) return "425 No data connection.";
+  /// As on a real server, a transfer that breaks off leaves what has arrived.
+  void store(TestSocket& data) {
     std::string content;
-    while (content.size() < fault_.bytes) {
-      const std::string piece = receive(data, std::min(kPiece, fault_.bytes - content.size()));
-      if (piece.empty()) break;
+    std::string piece;
+    do {
+      piece = receive(data, std::min(kPiece, fault_.bytes - content.size()));
       content += piece;
+    } while (!piece.empty() && content.size() < fault_.bytes);
+    server_.add(pathOf(argument_), content);
+  }
+
+  /// The commands that only look at the files, or change what is there.
+  std::string changeTree(const std::string& command) {
+    const std::lock_guard lock(server_.mutex_);
+    auto& tree = server_.tree_;
+    const std::string path = argument_ == ".." ? parentOf(folder_) : pathOf(argument_);
+    const auto found = tree.find(path);
+    const bool isFile = found != tree.end() && found->second;
+    if (command == "CWD") {
+      if (isFile || (found == tree.end() && !path.empty())) return "550 No such folder.";
+      folder_ = path;
+      return "250 Changed.";
     }
-    server_.addFile(pathOf(argument_), content);
-    return endTransfer(std::move(data));
-  }
-
-  std::string remove() {
-    const std::lock_guard lock(server_.mutex_);
-    return server_.tree_.erase(pathOf(argument_)) != 0 ? "250 Deleted." : "550 No such file.";
-  }
-
-  std::string renameFrom() {
-    const std::lock_guard lock(server_.mutex_);
-    from_ = pathOf(argument_);
-    return server_.tree_.contains(from_) ? "350 And the new name?" : "550 No such file.";
-  }
-
-  std::string renameTo() {
-    const std::lock_guard lock(server_.mutex_);
-    const auto node = server_.tree_.extract(std::exchange(from_, ""));
-    if (node.empty()) return "503 RNFR first.";
-    server_.tree_[pathOf(argument_)] = node.mapped();
-    return "250 Renamed.";
-  }
-
-  /// Announces the transfer and connects for it; invalid when the client does not.
-  TestSocket openData() {
-    const char* const announcement = "150 Opening data connection.";
-    if (activePort_ == 0) {
-      TestSocket data = server_.passive_.accept(kDataWait);
-      if (data.valid()) say(announcement);
-      return data;
+    if (command == "RNTO") {
+      const auto node = tree.extract(from_);
+      if (node.empty()) return "503 RNFR first.";
+      tree[path] = node.mapped();
+      return "250 Renamed.";
     }
-    say(announcement);
-    if (fault_.kind == FtpFault::kLateConnection) pause();
-    return TestSocket::connect(server_.host_, activePort_, server_.host_);
-  }
-
-  std::string endTransfer(TestSocket data) {
-    if (fault_.kind == FtpFault::kStallTransfer) waitForEnd();
-    data.close();
-    if (fault_.kind == FtpFault::kDropTransfer) control_.close();
-    return fault_.kind == FtpFault::kCutTransfer ? "426 Cut off." : "226 Transferred.";
+    if (command == "RNFR" && isFile) {
+      from_ = path;
+      return "350 And the new name?";
+    }
+    if (command == "DELE" && isFile) {
+      tree.erase(found);
+      return "250 Deleted.";
+    }
+    return "550 No such file, or no such command.";
   }
 
   void say(const std::string& reply) {
     const std::string bytes = reply + "\r\n";
-    const std::size_t piece = fault_.kind == FtpFault::kSplitReply ? 1 : bytes.size();
+    const std::size_t piece = fault_.kind == kSplitReply ? 1 : bytes.size();
     for (std::size_t i = 0; i < bytes.size(); i += piece) {
       sendAll(control_, bytes.substr(i, piece));
-      if (fault_.kind == FtpFault::kSplitReply) pause();
+      if (fault_.kind == kSplitReply) pause();
     }
   }
 
@@ -274,8 +226,8 @@ class ScriptedFtpServer::Session {
     return bytes.empty();
   }
 
-  /// What comes next; empty when the client or the server is gone. A connection that the client
-  /// has closed is reset, which loses nothing then and leaves none of the two ports occupied.
+  /// What comes next; empty when the client or the server is gone. What the client has closed is
+  /// reset, which loses nothing then, and no port is kept for a while.
   std::string receive(TestSocket& socket, std::size_t limit = kPiece) {
     while (goesOn()) {
       if (!socket.waitReadable(kSlice)) continue;
@@ -301,7 +253,7 @@ class ScriptedFtpServer::Session {
     }
   }
 
-  [[nodiscard]] bool goesOn() const { return control_.valid() && !server_.stopping_; }
+  [[nodiscard]] bool goesOn() const { return control_.valid() && !stop_.stop_requested(); }
 
   [[nodiscard]] std::string pathOf(const std::string& argument) const {
     return argument.starts_with('/') ? argument : folder_ + "/" + argument;
@@ -309,6 +261,7 @@ class ScriptedFtpServer::Session {
 
   ScriptedFtpServer& server_;
   TestSocket control_;
+  const std::stop_token& stop_;
   std::string received_;
   std::string argument_;  ///< of the command that is handled
   FtpFault fault_;        ///< likewise
@@ -320,23 +273,14 @@ class ScriptedFtpServer::Session {
   TestSocket other_;    ///< a silent port, or another machine's connection
 };
 
-ScriptedFtpServer::ScriptedFtpServer(const char* host)
-    : host_(host),
-      listener_(listenWithinReach(host)),
-      passive_(TestSocket::listen(host)),
-      thread_([this] { serve(); }) {
-}
-
-ScriptedFtpServer::~ScriptedFtpServer() {
-  stopping_ = true;
-  thread_.join();
-}
-
-void ScriptedFtpServer::serve() {
-  while (!stopping_) {
-    TestSocket control = listener_.accept(kSlice);
-    if (control.valid()) Session(*this, std::move(control)).run();
-  }
+ScriptedFtpServer::ScriptedFtpServer(const char* host) : host_(host) {
+  while (port() > kHighestPort) listener_ = TestSocket::listen(host);
+  thread_ = std::jthread([this](const std::stop_token& stop) {
+    while (!stop.stop_requested()) {
+      TestSocket control = listener_.accept(kSlice);
+      if (control.valid()) Session(*this, std::move(control), stop).run();
+    }
+  });
 }
 
 void ScriptedFtpServer::on(const std::string& command, int occurrence, FtpFault fault) {
@@ -350,14 +294,9 @@ void ScriptedFtpServer::behave() {
   counts_.clear();
 }
 
-void ScriptedFtpServer::addFolder(const std::string& path) {
+void ScriptedFtpServer::add(const std::string& path, std::optional<std::string> content) {
   const std::lock_guard lock(mutex_);
-  for (std::string folder = path; !folder.empty(); folder = parentOf(folder)) tree_[folder];
-}
-
-void ScriptedFtpServer::addFile(const std::string& path, std::string content) {
-  addFolder(parentOf(path));
-  const std::lock_guard lock(mutex_);
+  for (auto above = parentOf(path); !above.empty(); above = parentOf(above)) tree_[above];
   tree_[path] = std::move(content);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <chrono>
 #include <map>
 #include <mutex>
@@ -18,25 +17,21 @@ namespace karvel {
 struct FtpFault {
   enum Kind {
     kNone,
-    // Instead of the command:
-    kRefuse,        ///< this text is the answer
-    kDrop,          ///< the control connection ends
-    kReset,         ///< likewise, with a reset
-    kStall,         ///< no answer ever; the connection stays
-    kEndlessReply,  ///< this text again and again, with that pause, as long as the client is there
-    // With the command:
-    kDelay,         ///< carried out that much later
-    kReplaceReply,  ///< this text is the last reply
-    kSplitReply,    ///< the replies arrive byte by byte, with that pause
-    kDropAfter,     ///< after the answer the control connection ends
-    // With its data:
+    kRefuse,          ///< instead of the command this text is the answer
+    kDrop,            ///< instead of the command the control connection ends
+    kReset,           ///< likewise, with a reset
+    kStall,           ///< no answer ever; the connection stays
+    kEndlessReply,    ///< as the answer this text again and again, with that pause
+    kDelay,           ///< the command is carried out that much later
+    kReplaceReply,    ///< this text is the last reply
+    kSplitReply,      ///< the replies arrive byte by byte, with that pause
+    kDropAfter,       ///< after the answer the control connection ends
     kListing,         ///< this text instead of what is in the folder
     kEndlessListing,  ///< this text again and again, with that pause
     kCutTransfer,     ///< the data connection ends after so many bytes; the server then says so
-    kDropTransfer,    ///< both connections end after so many bytes
-    kStallTransfer,   ///< the server does nothing more after so many bytes
+    kDropTransfer,    ///< both connections end after so many bytes of data
+    kStallTransfer,   ///< the server does nothing more after so many bytes of data
     kLateConnection,  ///< an active transfer is announced that much earlier than it is connected
-    // With the port of the data:
     kRefusedPort,     ///< a passive port that refuses connections
     kSilentPort,      ///< one that does not answer
     kForeignAddress,  ///< one that is told with the address of another machine
@@ -66,7 +61,6 @@ class ScriptedFtpServer {
   static constexpr int kEvery = 0;
 
   explicit ScriptedFtpServer(const char* host = TestSocket::kIpv4);
-  ~ScriptedFtpServer();
 
   [[nodiscard]] const char* host() const { return host_; }
   [[nodiscard]] int port() const { return listener_.port(); }
@@ -77,9 +71,8 @@ class ScriptedFtpServer {
   /// Forgets the script and the counts.
   void behave();
 
-  /// Adds a folder or a file, and the folders above it.
-  void addFolder(const std::string& path);
-  void addFile(const std::string& path, std::string content);
+  /// Adds a file, or without content a folder, and the folders above it.
+  void add(const std::string& path, std::optional<std::string> content = {});
   /// What files are directly in a folder.
   [[nodiscard]] Files files(const std::string& folder = "") const;
 
@@ -90,12 +83,9 @@ class ScriptedFtpServer {
  private:
   class Session;
 
-  void serve();
-
   const char* const host_;
-  const TestSocket listener_;
-  const TestSocket passive_;  ///< for the data of all passive transfers
-  std::atomic<bool> stopping_ = false;
+  TestSocket listener_ = TestSocket::listen(host_);
+  TestSocket passive_ = TestSocket::listen(host_);  ///< for the data of all passive transfers
 
   mutable std::mutex mutex_;
   std::map<std::pair<std::string, int>, FtpFault> script_;
@@ -104,7 +94,7 @@ class ScriptedFtpServer {
   /// By path: of a file its content, of a folder nothing.
   std::map<std::string, std::optional<std::string>> tree_;
 
-  std::thread thread_;
+  std::jthread thread_;  ///< serves; it ends before what it uses
 };
 
 }  // namespace karvel

@@ -7,8 +7,8 @@
 namespace karvel {
 namespace {
 
-shim::Socket nativeOf(std::intptr_t socket) {
-  return static_cast<shim::Socket>(socket);
+SocketShim::Socket nativeOf(std::intptr_t socket) {
+  return static_cast<SocketShim::Socket>(socket);
 }
 
 std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> addressOf(const std::string& host, int port) {
@@ -21,14 +21,14 @@ std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> addressOf(const std::string& 
 }
 
 template <typename Value>
-void setOption(shim::Socket socket, int level, int option, const Value& value) {
+void setOption(SocketShim::Socket socket, int level, int option, const Value& value) {
   setsockopt(socket, level, option, reinterpret_cast<const char*>(&value), sizeof value);
 }
 
 }  // namespace
 
 TestSocket TestSocket::bound(const std::string& host, int port) {
-  shim::startLibrary();
+  SocketShim::startLibrary();
   const auto address = addressOf(host, port);
   TestSocket socket;
   socket.socket_ = static_cast<Native>(::socket(address->ai_family, SOCK_STREAM, IPPROTO_TCP));
@@ -65,7 +65,7 @@ int TestSocket::port() const {
   return ntohs(reinterpret_cast<const sockaddr_in&>(storage).sin_port);
 }
 
-TestSocket TestSocket::accept(Milliseconds time) const {
+TestSocket TestSocket::accept(std::chrono::milliseconds time) const {
   TestSocket accepted;
   if (!waitReadable(time)) return accepted;
   accepted.socket_ = static_cast<Native>(::accept(nativeOf(socket_), nullptr, nullptr));
@@ -74,19 +74,11 @@ TestSocket TestSocket::accept(Milliseconds time) const {
   return accepted;
 }
 
-bool TestSocket::wait(int events, Milliseconds time) const {
+bool TestSocket::wait(bool toSend, std::chrono::milliseconds time) const {
   pollfd awaited{};
   awaited.fd = nativeOf(socket_);
-  awaited.events = static_cast<decltype(awaited.events)>(events);
-  return valid() && shim::poll(awaited, static_cast<int>(time.count())) > 0;
-}
-
-bool TestSocket::waitReadable(Milliseconds time) const {
-  return wait(POLLIN, time);
-}
-
-bool TestSocket::waitWritable(Milliseconds time) const {
-  return wait(POLLOUT, time);
+  awaited.events = toSend ? POLLOUT : POLLIN;
+  return valid() && SocketShim::poll(awaited, static_cast<int>(time.count())) > 0;
 }
 
 std::string TestSocket::receive(std::size_t limit) const {
@@ -97,18 +89,17 @@ std::string TestSocket::receive(std::size_t limit) const {
 }
 
 std::size_t TestSocket::send(std::string_view bytes) const {
-  const auto count =
-      ::send(nativeOf(socket_), bytes.data(), static_cast<int>(bytes.size()), shim::kSendFlags);
+  const auto count = ::send(nativeOf(socket_), bytes.data(), static_cast<int>(bytes.size()),
+                            SocketShim::kSendFlags);
   return count > 0 ? static_cast<std::size_t>(count) : 0;
 }
 
 void TestSocket::close() {
-  if (valid()) shim::closeSocket(nativeOf(std::exchange(socket_, kNone)));
+  if (valid()) SocketShim::close(nativeOf(std::exchange(socket_, kNone)));
 }
 
 void TestSocket::reset() {
-  linger abort{};
-  abort.l_onoff = 1;
+  const linger abort{1, 0};
   if (valid()) setOption(nativeOf(socket_), SOL_SOCKET, SO_LINGER, abort);
   close();
 }

@@ -11,8 +11,6 @@ namespace karvel {
 /// A TCP socket on the loopback interface, for servers that tests start in their own process.
 class TestSocket {
  public:
-  using Milliseconds = std::chrono::milliseconds;
-
   static constexpr const char* kIpv4 = "127.0.0.1";
   static constexpr const char* kIpv6 = "::1";
   static constexpr const char* kOther = "127.0.0.2";  ///< stands for another machine
@@ -35,9 +33,11 @@ class TestSocket {
   [[nodiscard]] int port() const;  ///< the local one
 
   /// The next connection; invalid when none comes in time.
-  [[nodiscard]] TestSocket accept(Milliseconds time) const;
-  [[nodiscard]] bool waitReadable(Milliseconds time) const;
-  [[nodiscard]] bool waitWritable(Milliseconds time) const;
+  [[nodiscard]] TestSocket accept(std::chrono::milliseconds time) const;
+  [[nodiscard]] bool waitReadable(std::chrono::milliseconds time) const {
+    return wait(false, time);
+  }
+  [[nodiscard]] bool waitWritable(std::chrono::milliseconds time) const { return wait(true, time); }
   /// What is there, at most `limit` bytes; empty at the end of the connection.
   [[nodiscard]] std::string receive(std::size_t limit) const;
   /// The number of bytes sent, which may be fewer than given; 0 when the connection is gone.
@@ -52,7 +52,7 @@ class TestSocket {
   static constexpr Native kNone = -1;
 
   static TestSocket bound(const std::string& host, int port);
-  [[nodiscard]] bool wait(int events, Milliseconds time) const;
+  [[nodiscard]] bool wait(bool toSend, std::chrono::milliseconds time) const;
 
   Native socket_ = kNone;
 };

@@ -3,7 +3,6 @@
 
 #include "fuzz/fuzz.h"
 #include "platform/linux/internet/ftp_reply.h"
-#include "text/code_page.h"
 #include "text/line_splitter.h"
 #include "text/server_text.h"
 #include "text/strings.h"

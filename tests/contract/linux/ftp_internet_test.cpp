@@ -5,6 +5,7 @@
 #include <chrono>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <utility>
 
 #include "contract/internet_fixture.h"
@@ -19,29 +20,27 @@ using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::uint32_t kLimit = 300;  ///< milliseconds
-constexpr std::uint32_t kModes[] = {Internet::kFlagPassive, 0};
 
 class FtpInternetTest : public InternetTest {
  protected:
+  void useLookup(AddressLookup lookup) {
+    internet_ = std::make_unique<FtpInternet>(std::move(lookup));
+    root_ = internet_->open();
+  }
   void setTimeLimits(std::uint32_t limit) {
     internet_->setOption(root_, Internet::kOptionConnectTimeout, limit);
     internet_->setOption(root_, Internet::kOptionReceiveTimeout, limit);
   }
-  /// The number that a listing fails with; 0 when it does not.
   ErrorNumber listError(Handle session) {
-    Internet::FindData entry;
-    const Handle find = internet_->findFirst(session, "*.*", entry);
-    if (find == 0) return internet_->lastError();
-    EXPECT_TRUE(internet_->close(find));
-    return 0;
+    return errorOf(internet_->findFirst(session, "*.*", entry_) != 0);
   }
   ErrorNumber putError(Handle session, const std::string& content) {
-    return put(session, content, "x") ? 0 : internet_->lastError();
+    return errorOf(put(session, content, "x"));
   }
 };
 
 TEST_F(FtpInternetTest, EachCallSendsItsCommandsAndNothingElse) {
-  server_.addFile("/old.csv", "old");
+  server_.add("/old.csv", "old");
   const Handle session = connect();
   EXPECT_EQ(server_.takeTranscript(),
             (Names{ScriptedFtpServer::kGreeting, "USER shop", "PASS secret"}));
@@ -59,8 +58,7 @@ TEST_F(FtpInternetTest, EachCallSendsItsCommandsAndNothingElse) {
   EXPECT_EQ(server_.takeTranscript(), (Names{"RNFR new.xxx", "RNTO old.csv"}));
   EXPECT_FALSE(internet_->setCurrentDirectory(session, "missing"));
   EXPECT_EQ(server_.takeTranscript(), (Names{"CWD missing"}));
-  Internet::FindData entry;
-  EXPECT_NE(internet_->findFirst(session, "a b*.txt", entry), 0U);
+  EXPECT_NE(internet_->findFirst(session, "a b*.txt", entry_), 0U);
   EXPECT_EQ(server_.takeTranscript(), (Names{"TYPE A", "PASV", "LIST a b*.txt"}));
   EXPECT_TRUE(internet_->close(root_));
   EXPECT_EQ(server_.takeTranscript(), (Names{"QUIT"}));
@@ -81,19 +79,17 @@ TEST_F(FtpInternetTest, EveryLineEndOfATextIsCrLfOnTheWire) {
 }
 
 TEST_F(FtpInternetTest, ASessionGoesOnAfterAFailedTransfer) {
-  const std::pair<const char*, FtpFault> cases[] = {
-      {"PASV", {FtpFault::kRefusedPort}},
-      {"PASV", {FtpFault::kReplaceReply, "227 Entering Passive Mode"}},
-      {"STOR", {FtpFault::kRefuse, "150 Opening.\r\n425 Cannot open."}},
-      {"STOR", {FtpFault::kCutTransfer, "", {}, 1000}},
-      {"STOR", {FtpFault::kRefuse, "226 That was all."}},
+  const std::tuple<std::string, FtpFault, ErrorNumber> cases[] = {
+      {"PASV", {FtpFault::kRefusedPort}, Internet::kErrorCannotConnect},
+      {"PASV", {FtpFault::kReplaceReply, "227 Entering."}, Internet::kErrorExtended},
+      {"STOR", {FtpFault::kRefuse, "150 Opening.\r\n425 Cannot."}, Internet::kErrorExtended},
+      {"STOR", {FtpFault::kRefuse, "226 That was all."}, Internet::kErrorExtended},
+      {"STOR", {FtpFault::kCutTransfer, "", {}, 1000}, Internet::kErrorExtended},
   };
-  for (const auto& [command, fault] : cases) {
+  for (const auto& [command, fault, error] : cases) {
     SCOPED_TRACE(command + fault.text);
-    const ErrorNumber error = fault.kind == FtpFault::kRefusedPort ? Internet::kErrorCannotConnect
-                                                                   : Internet::kErrorExtended;
-    for (const std::uint32_t mode : kModes) {
-      if (mode == 0 && command == std::string("PASV")) continue;
+    for (const std::uint32_t mode : {Internet::kFlagPassive, 0U}) {
+      if (mode == 0 && command == "PASV") continue;
       server_.behave();
       server_.on(command, 1, fault);
       const Handle session = connect(mode);
@@ -109,30 +105,27 @@ TEST_F(FtpInternetTest, ASilentFirstAddressLeavesTimeForTheSecond) {
   const TestSocket silent = TestSocket::listenSilently(TestSocket::kOther, server_.port());
   ASSERT_TRUE(silent.valid());
   std::string askedFor;
-  FtpInternet internet([&](const std::string& host, std::uint16_t port) {
+  useLookup([&](const std::string& host, std::uint16_t port) {
     askedFor = host;
     SocketAddresses addresses = addressesOf(TestSocket::kOther, port);
     addresses.push_back(addressesOf(TestSocket::kIpv4, port).front());
     return addresses;
   });
-  const Handle root = internet.open();
-  EXPECT_TRUE(internet.setOption(root, Internet::kOptionConnectTimeout, 2 * kLimit));
+  setTimeLimits(2 * kLimit);
   Internet::Account account = this->account();
   account.host = "two-addresses.example";
-  EXPECT_NE(internet.connect(root, account, 0), 0U) << internet.lastError();
+  EXPECT_EQ(errorOf(internet_->connect(root_, account, 0) != 0), 0U);
   EXPECT_EQ(askedFor, account.host);
 }
 
 TEST_F(FtpInternetTest, ASlowNameServiceIsGivenUp) {
-  FtpInternet internet([](const std::string&, std::uint16_t) {
+  useLookup([](const std::string&, std::uint16_t) {
     std::this_thread::sleep_for(milliseconds{5 * kLimit});
     return SocketAddresses();
   });
-  const Handle root = internet.open();
-  EXPECT_TRUE(internet.setOption(root, Internet::kOptionConnectTimeout, kLimit));
+  setTimeLimits(kLimit);
   const auto begin = Clock::now();
-  EXPECT_EQ(internet.connect(root, account(), 0), 0U);
-  EXPECT_EQ(internet.lastError(), Internet::kErrorNameNotResolved);
+  EXPECT_EQ(errorOf(connect() != 0), Internet::kErrorNameNotResolved);
   EXPECT_LT(Clock::now() - begin, milliseconds{4 * kLimit});
 }
 
@@ -146,7 +139,7 @@ TEST_F(FtpInternetTest, ASlowServerIsNoSilentOne) {
 
 TEST_F(FtpInternetTest, AnActiveConnectionMayComeLateButNotTooLate) {
   setTimeLimits(kLimit);
-  server_.addFile("/x", "x");
+  server_.add("/x", "x");
   for (const char* command : {"LIST", "STOR"}) {
     server_.on(command, 1, {FtpFault::kLateConnection, "", milliseconds{kLimit / 3}});
   }

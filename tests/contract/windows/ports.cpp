@@ -1,5 +1,7 @@
 #include "contract/ports.h"
 
+#include <windows.h>
+
 #include "platform/windows/internet/wininet_internet.h"
 #include "platform/windows/system/user_instance.h"
 #include "platform/windows/system/win32_files.h"
@@ -21,6 +23,12 @@ std::unique_ptr<Instance> makeInstance() {
 
 std::unique_ptr<Internet> makeInternet(const std::uint32_t& longestLimit) {
   return std::make_unique<ImpatientInternet<WininetInternet>>(longestLimit);
+}
+
+bool differsHere(Difference) {
+  static const bool wine =
+      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+  return wine;
 }
 
 }  // namespace karvel

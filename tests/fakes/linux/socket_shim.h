@@ -1,7 +1,5 @@
 #pragma once
 
-// What has another name on each platform; the Windows file beside has the same names.
-
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -9,18 +7,15 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-namespace karvel::shim {
+namespace karvel {
 
-using Socket = int;
-inline constexpr int kSendFlags = MSG_NOSIGNAL;
+/// What has another name on each platform; the Windows file beside has the same names.
+struct SocketShim {
+  using Socket = int;
+  static constexpr int kSendFlags = MSG_NOSIGNAL;
+  static void startLibrary() {}
+  static int poll(pollfd& socket, int milliseconds) { return ::poll(&socket, 1, milliseconds); }
+  static void close(Socket socket) { ::close(socket); }
+};
 
-inline void startLibrary() {
-}
-inline int poll(pollfd& socket, int milliseconds) {
-  return ::poll(&socket, 1, milliseconds);
-}
-inline void closeSocket(Socket socket) {
-  ::close(socket);
-}
-
-}  // namespace karvel::shim
+}  // namespace karvel
