@@ -190,7 +190,6 @@ TEST_F(InternetErrors, WhatMustNotReachTheWire) {
 
 TEST_F(InternetErrors, HandlesThatAreNoneOrHaveBeenClosed) {
   server_.add("/a", "");
-  server_.add("/b", "");
   const Handle session = connect();
   const Handle find = internet_->findFirst(session, "*.*", entry_);
   EXPECT_TRUE(internet_->close(session));

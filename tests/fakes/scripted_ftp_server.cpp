@@ -107,10 +107,9 @@ class ScriptedFtpServer::Session {
 
   int passivePort() {
     activePort_ = 0;
-    if (fault_.kind == kRefusedPort) return TestSocket::listen(server_.host_).port();
-    if (fault_.kind == kSilentPort) {
-      return (other_ = TestSocket::listenSilently(server_.host_)).port();
-    }
+    const char* const host = server_.host_;
+    if (fault_.kind == kRefusedPort) return TestSocket::listen(host).port();  // closed again
+    if (fault_.kind == kSilentPort) return (other_ = TestSocket::listenSilently(host)).port();
     // Connections that were made for a transfer which did not take place.
     while (server_.passive_.accept(milliseconds{0}).valid()) continue;
     return server_.passive_.port();
@@ -144,8 +143,8 @@ class ScriptedFtpServer::Session {
     if (activePort_ == 0) data = server_.passive_.accept(kDataWait);
     say("150 Opening data connection.");
     if (fault_.kind == kLateConnection) pause();
-    if (activePort_ != 0) data = TestSocket::connect(server_.host_, activePort_, server_.host_);
-    return data;
+    if (activePort_ == 0) return data;
+    return TestSocket::connect(server_.host_, activePort_, server_.host_, server_.source_.port());
   }
 
   void sendListing(TestSocket& data) {

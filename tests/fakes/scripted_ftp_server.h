@@ -65,8 +65,7 @@ class ScriptedFtpServer {
   [[nodiscard]] const char* host() const { return host_; }
   [[nodiscard]] int port() const { return listener_.port(); }
 
-  /// Sets what happens at the n-th occurrence of a command since the server began, counted from 1,
-  /// or at every one.
+  /// Scripts the n-th occurrence of a command, counted from 1, or kEvery one.
   void on(const std::string& command, int occurrence, FtpFault fault);
   /// Forgets the script and the counts.
   void behave();
@@ -85,7 +84,9 @@ class ScriptedFtpServer {
 
   const char* const host_;
   TestSocket listener_ = TestSocket::listen(host_);
-  TestSocket passive_ = TestSocket::listen(host_);  ///< for the data of all passive transfers
+  // Of the data of all passive and all active transfers: each has one port for the server's life.
+  TestSocket passive_ = TestSocket::listen(host_);
+  TestSocket source_ = TestSocket::hold(host_);
 
   mutable std::mutex mutex_;
   std::map<std::pair<std::string, int>, FtpFault> script_;

@@ -11,12 +11,12 @@ SocketShim::Socket nativeOf(std::intptr_t socket) {
   return static_cast<SocketShim::Socket>(socket);
 }
 
-std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> addressOf(const std::string& host, int port) {
+std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> addressOf(const char* host, int port) {
   addrinfo hints{};
   hints.ai_flags = AI_NUMERICHOST;
   hints.ai_socktype = SOCK_STREAM;
   addrinfo* address = nullptr;
-  getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &address);
+  getaddrinfo(host, std::to_string(port).c_str(), &hints, &address);
   return {address, &freeaddrinfo};
 }
 
@@ -27,30 +27,31 @@ void setOption(SocketShim::Socket socket, int level, int option, const Value& va
 
 }  // namespace
 
-TestSocket TestSocket::bound(const std::string& host, int port) {
+TestSocket TestSocket::bound(const char* host, int port, bool shared) {
   SocketShim::startLibrary();
   const auto address = addressOf(host, port);
   TestSocket socket;
   socket.socket_ = static_cast<Native>(::socket(address->ai_family, SOCK_STREAM, IPPROTO_TCP));
+  if (shared) setOption(nativeOf(socket.socket_), SOL_SOCKET, SO_REUSEADDR, 1);
   const auto length = static_cast<socklen_t>(address->ai_addrlen);
   if (::bind(nativeOf(socket.socket_), address->ai_addr, length) != 0) socket.close();
   return socket;
 }
 
-TestSocket TestSocket::listen(const std::string& host, int port, int backlog) {
+TestSocket TestSocket::listen(const char* host, int port, int backlog) {
   TestSocket listener = bound(host, port);
   if (listener.valid() && ::listen(nativeOf(listener.socket_), backlog) != 0) listener.close();
   return listener;
 }
 
-TestSocket TestSocket::listenSilently(const std::string& host, int port) {
+TestSocket TestSocket::listenSilently(const char* host, int port) {
   TestSocket listener = listen(host, port, 0);
   connect(host, listener.port(), host);  // though closed, it waits on to be accepted
   return listener;
 }
 
-TestSocket TestSocket::connect(const std::string& host, int port, const std::string& from) {
-  TestSocket socket = bound(from, 0);
+TestSocket TestSocket::connect(const char* host, int port, const char* from, int fromPort) {
+  TestSocket socket = bound(from, fromPort, true);
   const auto address = addressOf(host, port);
   const auto length = static_cast<socklen_t>(address->ai_addrlen);
   if (::connect(nativeOf(socket.socket_), address->ai_addr, length) != 0) socket.close();

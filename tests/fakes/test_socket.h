@@ -24,10 +24,12 @@ class TestSocket {
   ~TestSocket() { close(); }
 
   /// Listens, on a free port unless one is given; invalid when it is taken.
-  static TestSocket listen(const std::string& host, int port = 0, int backlog = 16);
+  static TestSocket listen(const char* host, int port = 0, int backlog = 16);
   /// Listens, but answers nobody: the one connection that may wait is there already.
-  static TestSocket listenSilently(const std::string& host, int port = 0);
-  static TestSocket connect(const std::string& host, int port, const std::string& from);
+  static TestSocket listenSilently(const char* host, int port = 0);
+  /// Holds a free port which connect() can come from again and again.
+  static TestSocket hold(const char* host) { return bound(host, 0, true); }
+  static TestSocket connect(const char* host, int port, const char* from, int fromPort = 0);
 
   [[nodiscard]] bool valid() const { return socket_ != kNone; }
   [[nodiscard]] int port() const;  ///< the local one
@@ -51,7 +53,7 @@ class TestSocket {
   using Native = std::intptr_t;
   static constexpr Native kNone = -1;
 
-  static TestSocket bound(const std::string& host, int port);
+  static TestSocket bound(const char* host, int port, bool shared = false);
   [[nodiscard]] bool wait(bool toSend, std::chrono::milliseconds time) const;
 
   Native socket_ = kNone;
