@@ -71,7 +71,7 @@ const std::vector<Fault> kFaults{
     {"dropped before", {kDrop}, kEnds, kLost, "", true},
     {"dropped after", {kDropAfter}, kEnds, kLost},
     {"reset", {kReset}, kEnds, kLost},
-    {"late", {kDelay, "", 2 * kShortLimit}, kEnds, kTimeout},
+    {"late", {kDelay, "", 4 * kShortLimit}, kEnds, kTimeout},
     {"silent", {kStall}, kEnds, kTimeout},
     {"endless", {kEndlessReply, "200-and\r\n", milliseconds{5}}, kEnds, kTimeout},
     {"flood", {kEndlessReply, "220-more\r\n"}, kEnds, "12003/220-more", "(greeting)"},
