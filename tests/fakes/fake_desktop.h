@@ -77,15 +77,15 @@ class FakeDesktop final : public Desktop {
     bool operator==(const MessageBox&) const = default;
   };
 
-  std::function<void(Form&)> onModal;      ///< the user in a modal dialog, before it is closed
-  std::function<void()> onMessageBox;      ///< what happens while a message box is open
-  std::function<void()> onPending;         ///< a message waiting in the queue
-  std::function<void()> onBusyEnd;         ///< before waiting clicks and keys are discarded
-  std::string chosenFolder;                ///< answer of the folder dialog
-  std::vector<std::string> folderDialogs;  ///< of those shown: title and where they began
+  std::function<void(Form&)> onModal;  ///< the user in a modal dialog, before it is closed
+  std::function<void()> onMessageBox;  ///< what happens while a message box is open
+  std::function<void()> onPending;     ///< a message waiting in the queue
+  std::function<void()> onBusyEnd;     ///< before waiting clicks and keys are discarded
+  std::string chosenFolder;            ///< answer of the folder dialog
+  std::string folderDialogs;           ///< of those shown: title and where they began
   std::vector<MessageBox> messageBoxes;
-  std::vector<std::string> modals;  ///< names of the dialogs shown
-  std::optional<TrayImage> tray;    ///< the icon, while there is one
+  int modals = 0;                 ///< dialogs shown so far
+  std::optional<TrayImage> tray;  ///< the icon, while there is one
   std::string trayTip;
   std::function<void()> trayRightButtonUp;
   std::vector<MenuItem*> openMenu;
@@ -103,7 +103,7 @@ class FakeDesktop final : public Desktop {
   void showModal(Form& dialog, Form& owner) override {
     const DialogScope open(owner, dialog);
     const FakeWindow shown(dialog);
-    modals.emplace_back(dialog.table().name);
+    ++modals;
     dialog.setVisible(true);
     if (onModal) onModal(dialog);
     differences += shown.differences();
@@ -119,7 +119,7 @@ class FakeDesktop final : public Desktop {
     if (onMessageBox) onMessageBox();
   }
   std::string browseForFolder(Form&, const std::string& title, const std::string& start) override {
-    folderDialogs.push_back(title + " " + start);
+    folderDialogs += title + " " + start;
     return chosenFolder;
   }
   void addTrayIcon(Form&, TrayImage image, const std::string& tip,

@@ -9,38 +9,30 @@
 namespace karvel {
 namespace {
 
-constexpr const char* kTable = "00345_240115.txt";
-constexpr const char* kShopInfo = "1200345.inf";
-
 class FailingShop : public ShopWorld {
  public:
   explicit FailingShop(bool toSite) : toSite_(toSite) {
     if (toSite) useOwnSite();
-    if (toSite) {
-      internet.folders["/"][kTable] = kOld;
-    } else {
-      files.files[outPath(kTable)].content = kOld;
-    }
+    (toSite ? internet.folders["/"][kTable] : files.files[outPath(kTable)].content) = kOld;
   }
 
-  void sendWithFault(int call) {
-    files.fault = [this, call] { return ++calls_ == call; };
-    internet.fault = [this, call](const std::string&) {
-      return ++calls_ == call ? std::optional(FakeInternet::Failure{12002}) : std::nullopt;
+  /// True when there was such a call.
+  bool sendWithFault(int call) {
+    int calls = 0;
+    files.fault = [&] { return ++calls == call; };
+    internet.fault = [&](const std::string&) {
+      return ++calls == call ? std::optional(FakeInternet::Failure{12002}) : std::nullopt;
     };
     if (start() == StartOutcome::kResident) form().MyMenu_Send.onClick();
     files.fault = nullptr;
     internet.fault = nullptr;
+    return calls >= call;
   }
-  [[nodiscard]] int calls() const { return calls_; }
-
   /// Never a part of a table, and a new one where the run says so.
   void expectTrueReport() {
-    const auto there = delivered();
-    const auto table = there.find(nameThere(kTable));
-    const bool isNew = table != there.end() && isWhole(table->second);
-    EXPECT_TRUE(table == there.end() || isNew || table->second == kOld);
-    EXPECT_TRUE(form().SndNG || isNew);
+    const auto table = delivered(kTable);
+    EXPECT_TRUE(!table || table == kOld || isWhole(table));
+    EXPECT_TRUE(form().SndNG || isWhole(table));
     EXPECT_EQ(desktop.tray, form().SndNG ? TrayImage::kFailure : TrayImage::kNormal);
     EXPECT_TRUE(desktop.messageBoxes.empty());
     EXPECT_LE(internet.openHandles, 1) << "but for one that cannot be closed";
@@ -49,9 +41,11 @@ class FailingShop : public ShopWorld {
     ASSERT_EQ(start(), StartOutcome::kResident);
     form().MyMenu_Send.onClick();
     EXPECT_FALSE(form().SndNG);
-    const auto there = delivered();
-    ASSERT_EQ(there.size(), 2U);
-    EXPECT_TRUE(isWhole(there.at(nameThere(kTable))) && there.contains(nameThere(kShopInfo)));
+    EXPECT_TRUE(isWhole(delivered(kTable)) && delivered("1200345.inf"));
+    for (const char* temporary :
+         {"00345.part", "1200345.part", "00345_240115.xxx", "1200345.xxx"}) {
+      EXPECT_FALSE(delivered(temporary)) << temporary;
+    }
     EXPECT_EQ(own(toSite_ ? "FTP CHKF" : "FTP CHKC"), "1");
     EXPECT_EQ(own("FTP CODE") + own("GRUP NAME") + own("FTP EXIT"), "00345表町0");
     desktop.endSession();
@@ -61,26 +55,19 @@ class FailingShop : public ShopWorld {
   }
 
  private:
+  static constexpr const char* kTable = "00345_240115.txt";
   static constexpr const char* kOld = "old";
 
-  static bool isWhole(const std::string& table) {
-    return std::ranges::count(table, '\n') == 2 && table.ends_with("\t0\r\n");
+  static bool isWhole(const std::optional<std::string>& table) {
+    return table && std::ranges::count(*table, '\n') == 2 && table->ends_with("\t0\r\n");
   }
-  [[nodiscard]] std::string nameThere(const char* name) const {
-    return toSite_ ? name : outPath(name);
-  }
-  /// The destination's files: of the site by name, of the folder by path.
-  FakeInternet::Folder delivered() const {
-    FakeInternet::Folder there;
-    if (toSite_) return internet.folders.at("/");
-    for (const auto& [path, file] : files.files) {
-      if (path.starts_with(kOutFolder)) there[path] = file.content;
-    }
-    return there;
+  std::optional<std::string> delivered(const std::string& name) {
+    if (!toSite_) return files.contentOf(outPath(name));
+    const FakeInternet::Folder& site = internet.folders["/"];
+    return site.contains(name) ? std::optional(site.at(name)) : std::nullopt;
   }
 
   bool toSite_;
-  int calls_ = 0;
 };
 
 class FailingCalls : public ::testing::TestWithParam<bool> {};
@@ -90,8 +77,7 @@ TEST_P(FailingCalls, AreReportedTrulyAndHealInTheNextRun) {
   for (bool reached = true; reached && !HasFailure();) {
     SCOPED_TRACE("call " + std::to_string(++call));
     FailingShop shop(GetParam());
-    shop.sendWithFault(call);
-    reached = shop.calls() >= call;
+    reached = shop.sendWithFault(call);
     shop.expectTrueReport();
     shop.expectNextRunHeals();
   }

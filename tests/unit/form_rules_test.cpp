@@ -125,46 +125,6 @@ TEST_F(FormRules, ACommandHasTheFocusAgainAfterItsRunUnlessTheUserHasTurnedAway)
   }
 }
 
-TEST_F(FormRules, AWindowThatIsNotShownHoldsNoKey) {
-  std::string masks;
-  form_.onKey = [&](int shift) { masks += std::to_string(shift); };
-  form_.setVisible(true);
-  form_.keyEvent(1);
-  form_.setWindowState(WindowState::kMinimized);
-  form_.keyEvent(1);
-  form_.setWindowState(WindowState::kNormal);
-  form_.keyEvent(5);
-  form_.setVisible(false);
-  EXPECT_EQ(masks, "10050");
-}
-
-TEST_F(FormRules, NothingReachesAFormThatTakesNoInput) {
-  int calls = 0;
-  const auto count = [&] { ++calls; };
-  const MenuItem entry{"x", true, count};
-  for (const auto& control : form_.controls()) {
-    control->onClick = control->onChange = control->onFocus = count;
-  }
-  form_.onClose = form_.onResize = count;
-  Form dialog(kTable);
-  const DialogScope open(form_, dialog);
-  form_.stopInput();
-  EXPECT_TRUE(dialog.closed());
-  at("OK").click();
-  at("Text1").setText("x");
-  at("Text1").focus();
-  at("A", 1).select();
-  entry.choose(form_);
-  form_.setWindowState(WindowState::kMinimized);
-  form_.close();
-  EXPECT_EQ(calls, 0);
-  EXPECT_EQ(at("Text1").text(), "");
-  EXPECT_FALSE(at("A", 1).selected());
-  form_.markClosed();
-  form_.setVisible(true);
-  EXPECT_FALSE(form_.visible());
-}
-
 TEST(Layout, EdgesThatShareACoordinateShareThePixel) {
   const DialogUnits units(5.5, 13);
   EXPECT_EQ(units.rect({3, 5, 10, 7}), (PixelRect{4, 8, 14, 12}));

@@ -50,15 +50,15 @@ class ModelledShop : protected ShopWorld {
   }
 
   /// What registering in the dialog stores.
-  void storeGroup(const GrpForm& dialog) {
+  void storeGroup(const ControlArray& dialog) {
     const auto padded = [](const std::string& typed, std::size_t width) {
       const std::string code = "00000" + std::to_string(std::lround(numericValue(typed)));
       return code.substr(code.size() - width);
     };
-    stored_["FTP CODE"] = padded(dialog.Text1[Field::kShopCode].text(), 5);
-    stored_["GRUP CODE"] = padded(dialog.Text1[Field::kGroupCode].text(), 2);
-    stored_["GRUP NAME"] = trimmed(dialog.Text1[Field::kGroupName].text());
-    webGroup_ = trimmed(dialog.Text1[GrpForm::Field::kWebGroup].text());
+    stored_["FTP CODE"] = padded(dialog[Field::kShopCode].text(), 5);
+    stored_["GRUP CODE"] = padded(dialog[Field::kGroupCode].text(), 2);
+    stored_["GRUP NAME"] = trimmed(dialog[Field::kGroupName].text());
+    webGroup_ = trimmed(dialog[GrpForm::Field::kWebGroup].text());
   }
 
   void expectCommandsDisabled() {
@@ -120,12 +120,12 @@ class ModelledShop : protected ShopWorld {
     counter_ = exits ? 1801 : counter_ + 1;
     if (threshold == 0) counter_ = 0;
     const bool runs = threshold != 0 && counter_ >= threshold;
-    const std::size_t modals = desktop.modals.size();
+    const int modals = desktop.modals;
     if (exits) beginClosing();
     expectRun(runs, SendMode::kUnattended, [&] { tick(); });
     const double request = numericValue(stored_["FTP INIT"]);
     const bool answered = request != 0 && !exits && !endedInRun_;
-    EXPECT_EQ(desktop.modals.size() - modals, answered && request == 2 ? 1U : 0U);
+    EXPECT_EQ(desktop.modals - modals, answered && request == 2 ? 1 : 0);
     if (!answered) return;
     stored_["FTP INIT"] = "0";
     resident_ = false;
@@ -170,10 +170,10 @@ class ModelledShop : protected ShopWorld {
 
   /// Does what may start a run, and takes over what must come of it.
   void expectRun(bool runs, SendMode mode, const std::function<void()>& action) {
-    clearLog();
+    files.files.erase(logPath());
     const auto boxes = desktop.messageBoxes.size();
     const auto iconBefore = desktop.tray;
-    const auto modals = desktop.modals.size();
+    const int modals = desktop.modals;
     const auto [outcome, left] = runs ? delivery() : std::pair{Delivery::kSuccess, status_};
     const bool success = outcome == Delivery::kSuccess;
     const bool box = !success && sndNg_ && mode == SendMode::kUnattended;
@@ -196,7 +196,7 @@ class ModelledShop : protected ShopWorld {
     const std::string log = content(logPath());
     EXPECT_EQ(contains(log, "Snd Start"), runs);
     EXPECT_EQ(contains(log, "Snd Exit"), runs);
-    if (desktop.tray && iconBefore && desktop.modals.size() == modals) {
+    if (desktop.tray && iconBefore && desktop.modals == modals) {
       const auto ofTheRun = sndNg_ ? TrayImage::kFailure : TrayImage::kNormal;
       EXPECT_EQ(desktop.tray, runs && !box ? ofTheRun : iconBefore);
     }
@@ -211,6 +211,7 @@ class ModelledShop : protected ShopWorld {
     EXPECT_EQ(form().ShiftState, shift_) << "a window that is not shown holds no key";
     EXPECT_EQ(form().visible(), !resident_ && !closed_);
     EXPECT_EQ(desktop.tray.has_value(), resident_);
+    EXPECT_EQ(resident_ ? desktop.trayTip : "", resident_ ? "るりはなリンク集計管理" : "");
     EXPECT_EQ(desktop.timer->enabled(), resident_);
     EXPECT_TRUE(resident_ || desktop.openMenu.empty()) << "the panel ends the menu";
     EXPECT_EQ(desktop.hasQuit, quits_);
@@ -257,10 +258,7 @@ class ModelledShop : protected ShopWorld {
   int shift_ = 0;
   std::string status_;
   Settings seen_;  ///< when the commands were last evaluated
-  Settings stored_{{"FTP TYPE", "0"},     {"FTP TIME", "1"},  {"FTP CODE", "00345"},
-                   {"GRUP CODE", "12"},   {"FTP PORT", "21"}, {"GRUP NAME", "表町"},
-                   {"OUT FOLD", "out"},   {"FTP CHKC", "1"},  {"FTP PSIV", "1"},
-                   {"HST FOLD", kFolder}, {"FTP CHKF", "0"}};
+  Settings stored_ = kSettings;
 
  private:
   static constexpr std::pair<const char*, int> kSaved[] = {

@@ -7,7 +7,6 @@
 #include <functional>
 
 #include "form/text_entry.h"
-#include "ui/user_form.h"
 #include "unit/modelled_shop.h"
 
 namespace karvel {
@@ -55,14 +54,14 @@ class RandomUser : private ModelledShop {
 
  private:
   using Command = FtpForm::Command;
+  using Strings = std::vector<std::string>;
 
   int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
-  std::string oneOf(const std::vector<std::string>& values) {
+  template <typename Value>
+  const Value& oneOf(const std::vector<Value>& values) {
     return values[static_cast<std::size_t>(below(static_cast<int>(values.size())))];
   }
-  Control& anyControl() {
-    return *form().controls()[static_cast<std::size_t>(below(int(form().controls().size())))];
-  }
+  std::string oneOf(const Strings& values) { return oneOf<std::string>(values); }
   void note(const std::string& action) {
     done_.push_back(action);
     if (done_.size() > 12) done_.pop_front();
@@ -81,6 +80,7 @@ class RandomUser : private ModelledShop {
     if (below(4) == 0) put("FTP TYPE", oneOf({"0", "1", "2", "3", "x", "7", "1.5", ""}));
     if (below(8) == 0) put("FTP CODE", oneOf({"00345", "", "0", "x"}));
     if (below(8) == 0) put("FTP PSIV", oneOf({"0", "1", "2", "x"}));
+    if (below(8) == 0) put("FTP CHKC", oneOf({"1x", "2"}));
     const std::string argument = oneOf({"", "", "-INIT", "-INIT", "-init", "-GRUP"});
     note("start " + argument);
     files.files[path("old.TXT")] = {};
@@ -136,6 +136,7 @@ class RandomUser : private ModelledShop {
     const int action = below(5);
     if (action == 0 && below(6) == 0) return endSession();
     if (action == 1) return useMenu();
+    if (action == 2) form().keyEvent(FtpForm::kShiftAlone);
     const int ticks = below(3) == 0 ? 1 + below(500) : 1;
     note(std::to_string(ticks) + " ticks");
     for (int i = 0; i < ticks && resident_; ++i) pass();
@@ -143,20 +144,27 @@ class RandomUser : private ModelledShop {
   void useMenu() {
     note("opens the menu");
     desktop.trayRightButtonUp();
+    std::string captions;
+    for (const MenuItem* item : desktop.openMenu) {
+      captions += item->caption + (item->onClick ? "!|" : "|");
+    }
+    EXPECT_EQ(captions, "手動転送!|接続設定!|-|常駐停止!|");
     for (int ticks = below(3); ticks > 0 && resident_; --ticks) {
       if (below(3) == 0) put("FTP INIT", "1");
       pass();
     }
     if (desktop.openMenu.empty()) return;
-    MenuItem* chosen = desktop.openMenu[static_cast<std::size_t>(below(4))];
+    MenuItem* chosen = oneOf(desktop.openMenu);
     desktop.openMenu.clear();
     if (!chosen->enabled || !chosen->onClick) return;
     note("chooses " + chosen->caption);
     if (chosen == &form().MyMenu_Send) sndNg_ = false;
     if (chosen == &form().MyMenu_Init) resident_ = false;
     if (chosen == &form().MyMenu_Exit) beginClosing();
-    runByHand(chosen == &form().MyMenu_Send, SendMode::kUnattended, chosen->onClick);
+    runByHand(chosen == &form().MyMenu_Send, SendMode::kUnattended,
+              [&] { chosen->choose(form()); });
     if (chosen == &form().MyMenu_Send) seen_ = stored_;
+    EXPECT_EQ(form().caption(), resident_ ? "" : "集計管理");
   }
 
   void runByHand(bool runs, SendMode mode, const std::function<void()>& action) {
@@ -182,7 +190,7 @@ class RandomUser : private ModelledShop {
         beginClosing();
         return form().close();
       default:
-        use(anyControl());
+        use(*oneOf(form().controls()));
     }
   }
   /// As a user can: nothing happens to a control that is hidden or disabled.
@@ -203,8 +211,9 @@ class RandomUser : private ModelledShop {
         return;
     }
   }
-  void type(Control& field, const std::vector<std::string>& texts) {
+  void type(Control& field, const Strings& texts) {
     field.focus();
+    EXPECT_EQ(field.selectionStart(), 0U);
     EXPECT_EQ(field.selectionLength(), characterCount(field.text()));
     const std::string text = oneOf(texts);
     note("types \"" + text + "\" into " + field.row().accessibleName);
@@ -216,12 +225,14 @@ class RandomUser : private ModelledShop {
                                                     : button.row().index;
     if (index == kBrowse) desktop.chosenFolder = oneOf({"", kOutFolder, "表町"});
     std::string folder = form().text(Field::kOutputFolder);
+    const std::string dialogs = index == kBrowse ? "フォルダの選択 " + folder : "";
     if (index == kBrowse && !desktop.chosenFolder.empty()) folder = desktop.chosenFolder;
     if (index == Command::kOk) save();
     if (index <= Command::kOk) stayOrEnd();
     const bool runs = index == Command::kSend || index == Command::kTest;
     if (runs) sndNg_ = false;
     runByHand(runs, static_cast<SendMode>(index), [&] { button.click(); });
+    EXPECT_EQ(std::exchange(desktop.folderDialogs, ""), dialogs);
     EXPECT_EQ(form().text(Field::kOutputFolder), folder);
     if (runs || index == kAccount) seen_ = stored_;
     if (index == Command::kGroup && !closed_) {
@@ -231,50 +242,55 @@ class RandomUser : private ModelledShop {
     }
   }
 
+  /// What a dialog shows when it opens, and again when its fields have been handed back.
+  void expectDialog(const Form& dialog, const ControlArray& texts, bool group) {
+    EXPECT_EQ(dialog.topmost(), group);
+    for (const Control* field : texts.all()) {
+      const int index = field->row().index;
+      const bool code = index == Field::kShopCode || index == Field::kGroupCode;
+      EXPECT_EQ(field->has(ControlRow::kDigitsOnly), group && code);
+      EXPECT_EQ(field->has(ControlRow::kPassword), index == Field::kPassword);
+      if (group && index == GrpForm::Field::kWebGroup) {
+        EXPECT_EQ(field->enabled(), userCode_.starts_with('G'));
+        const bool kept = field->enabled() || userCode_.empty();
+        EXPECT_EQ(trimmed(field->text()), kept ? webGroup_ : "");
+      } else {
+        EXPECT_EQ(field->text(), form().Text1[index].text());
+      }
+    }
+    if (group) return;
+    EXPECT_EQ(dialog.control("chkPassive").value(), form().chkPassive.value());
+  }
   void useDialog(Form& dialog) {
     EXPECT_FALSE(desktop.timer->enabled());
-    auto* group = dynamic_cast<GrpForm*>(&dialog);
-    auto* account = dynamic_cast<UserForm*>(&dialog);
-    const ControlArray& texts = group != nullptr ? group->Text1 : account->Text1;
-    const auto expectAsOnThePanel = [&] {
-      for (const Control* field : texts.all()) {
-        if (group != nullptr && field->row().index == GrpForm::Field::kWebGroup) continue;
-        EXPECT_EQ(field->text(), form().Text1[field->row().index].text());
-      }
-      if (account == nullptr) return;
-      EXPECT_EQ(account->chkPassive.value(), form().chkPassive.value());
-    };
-    expectAsOnThePanel();
-    if (group != nullptr) {
-      const Control& web = group->Text1[GrpForm::Field::kWebGroup];
-      EXPECT_EQ(web.enabled(), userCode_.starts_with('G'));
-      EXPECT_EQ(web.text(), web.enabled() || userCode_.empty() ? webGroup_ : "");
-    }
+    const ControlArray texts(dialog, "Text1");
+    const bool group = dialog.table().name == std::string_view("GrpForm");
+    expectDialog(dialog, texts, group);
     const std::string before = panelTexts();
     for (int edits = below(6); edits > 0; --edits) {
-      Control& field = *texts.all()[static_cast<std::size_t>(below(int(texts.all().size())))];
-      const bool site = account != nullptr && field.row().index == Field::kSiteFolder;
+      Control& field = *oneOf(texts.all());
       if (!field.enabled()) continue;
-      type(field, site ? std::vector<std::string>{"shop", "", "/shop/", "none"}
-                       : std::vector<std::string>{"7", "", " 12 3 ", "123456", "12x", "1e1", "&H",
-                                                  "表\t1"});
+      const bool site = !group && field.row().index == Field::kSiteFolder;
+      type(field, site ? Strings{"shop", "", "/shop/", "none"}
+                       : Strings{"7", "", " 12 3 ", "123456", "12x", "1e1", "&H", "表\t1"});
     }
-    if (account != nullptr && below(4) == 0) {
-      account->Command2.click();
-      EXPECT_EQ(account->Text1[Field::kPort].text(), "21");
+    if (!group && below(4) == 0) {
+      dialog.control("Command2").click();
+      EXPECT_EQ(texts[Field::kPort].text(), "21");
     }
-    if (account != nullptr && below(4) == 0) account->chkPassive.setValue(below(2));
+    if (!group && below(4) == 0) dialog.control("chkPassive").setValue(below(2));
 
     if (below(3) == 0) {
       note("registers");
-      if (group != nullptr) storeGroup(*group);
+      if (group) storeGroup(texts);
       dialog.control("Command1", GrpForm::Command::kRegister).click();
-      expectAsOnThePanel();
+      expectDialog(dialog, texts, group);
     } else {
       note("leaves the dialog");
       switch (below(8)) {
         case 0:
           endSession();
+          EXPECT_TRUE(dialog.closed());
           break;
         case 1:
           dialog.close();
@@ -298,22 +314,28 @@ class RandomUser : private ModelledShop {
   }
   /// Also in the messages that are handled while the program closes.
   void useLeftovers() {
+    if (form().takesInput()) return;  // it has ended at its start and shown no window
     const std::string log = content(logPath());
+    const std::string texts = panelTexts();
+    const int passive = form().chkPassive.value();
     for (int tries = 0; tries < 4; ++tries) {
-      Control& control = anyControl();
-      const bool reachable =
-          form().visible() && control.enabled() && !control.has(ControlRow::kHidden);
-      if (!reachable) continue;
+      Control& control = *oneOf(form().controls());
       note("too late: " + std::string(control.row().name) + std::to_string(control.row().index));
-      if (control.row().kind == ControlKind::kButton) control.click();
-      if (control.row().kind == ControlKind::kOptionButton) control.select();
+      const bool selected = control.selected();
+      control.click();
+      control.focus();
+      control.setText("too late");
+      control.setValue(1 - passive);
+      control.select();
+      EXPECT_EQ(control.selected(), selected);
     }
-    for (MenuItem* item : desktop.openMenu) {
-      if (item->enabled && item->onClick) item->onClick();
-    }
+    for (const MenuItem* item : form().MyMenu_Task) item->choose(form());
+    if (form().closed()) form().setVisible(true);
     if (below(3) == 0) form().close();
     tick();
     EXPECT_EQ(content(logPath()), log) << "a closed program takes no command";
+    EXPECT_EQ(panelTexts(), texts);
+    EXPECT_EQ(form().chkPassive.value(), passive);
   }
 
   static constexpr int kBrowse = 10;
