@@ -73,7 +73,7 @@ std::string tryPassiveAddress(const Note& note, milliseconds limit) {
 
 bool tryIpv6(const Note& note, milliseconds limit, std::uint32_t flags, const std::string& mode) {
   FtpProbe probe(limit, TestSocket::kIpv6);
-  probe.server().addFile("/a.txt", "a");
+  probe.server().add("/a.txt", "a");
   if (!probe.connect(flags)) {
     note("::1、" + mode + ": 接続できない、" + failureOf(probe.internet()));
     return false;
@@ -89,13 +89,13 @@ bool tryIpv6(const Note& note, milliseconds limit, std::uint32_t flags, const st
 
 std::string askListingCache(const Note& note, milliseconds limit) {
   FtpProbe probe(limit);
-  probe.server().addFile("/a.txt", "a");
+  probe.server().add("/a.txt", "a");
   if (!probe.connect()) return "接続できません: " + failureOf(probe.internet());
   bool fresh = tryListing(probe, "a.txt", note, "1回目");
-  probe.server().addFile("/b.txt", "b");
+  probe.server().add("/b.txt", "b");
   fresh = tryListing(probe, "a.txt, b.txt", note, "同じ接続で2回目") && fresh;
   probe.disconnect();
-  probe.server().addFile("/c.txt", "c");
+  probe.server().add("/c.txt", "c");
   if (!probe.connect()) return "2度目は接続できません: " + failureOf(probe.internet());
   fresh = tryListing(probe, "a.txt, b.txt, c.txt", note, "新しい接続で") && fresh;
   static_cast<void>(probe.internet().deleteFile(probe.session(), "a.txt"));
