@@ -64,7 +64,7 @@ TEST_F(Binding, APasswordIsARowOfStarsWithoutInputMethod) {
   EXPECT_EQ(text(2).text(), "geheim!");
   EXPECT_EQ(User::look(field(2)).text, "*******");
   EXPECT_FALSE(User::look(field(2)).takesInputMethod);
-  EXPECT_EQ(User::look(field(0)).takesInputMethod, !differsHere(Difference::kNoInputMethod));
+  EXPECT_TRUE(User::look(field(0)).takesInputMethod || isKnown(Difference::kNoInputMethod));
 }
 
 TEST_F(Binding, FocusIsReportedAndItsSelectionShown) {

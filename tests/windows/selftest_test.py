@@ -34,6 +34,7 @@ class SelftestTest(unittest.TestCase):
             self.assertGreater(planned, 20)
             self.assertEqual([int(told) for told in row.groups()[1:]], [planned, 0, 0], name)
         self.assertEqual(len(re.findall(r"<h3>\d\. .*</h3>\n<p><b>.*</b></p>\n<pre>.", page)), 6)
+        self.assertEqual(page.count("<li>"), 7, "known differences, which this system has")
         self.assertNotIn("答えが出ませんでした", page)
 
 

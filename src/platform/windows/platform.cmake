@@ -26,7 +26,7 @@ function(karvel_finish_program target)
   target_sources(${target} PRIVATE ${script})
   set_target_properties(${target} PROPERTIES WIN32_EXECUTABLE ON)
   target_link_options(${target} PRIVATE
-    # Sections at whole pages of the file are mapped by Wine, as they are by Windows, and not copied.
+    # Sections at whole pages of the file can be mapped instead of copied.
     -Wl,--file-alignment,4096
     -Wl,--nxcompat,--dynamicbase,--high-entropy-va
     # What has been linked in, for packaging/make_sbom.py.

@@ -23,7 +23,7 @@ std::unique_ptr<Internet> makeInternet(const std::uint32_t& longestLimit) {
   return std::make_unique<ImpatientInternet<FtpInternet>>(longestLimit);
 }
 
-bool differsHere(Difference) {
+bool isKnown(Difference) {
   return false;
 }
 

@@ -12,8 +12,8 @@
 
 namespace karvel {
 
-/// The desktop by Win32 windows. Where none can be shown, as under Wine without a display, only its
-/// timers and its message loop may be used.
+/// The desktop by Win32 windows. Where the system can show none, only its timers and its message
+/// loop may be used.
 class Win32Desktop final : public Desktop {
  public:
   Win32Desktop();
