@@ -14,9 +14,9 @@
 
 namespace karvel {
 
-/// How a send run was started: 2 and 3 are the indexes of the panel's buttons.
+/// How a send run was started, as a number: 0, and the indexes of the panel's two buttons.
 enum class SendMode : std::int16_t {
-  kUnattended = 0,
+  kUnattended,
   kManual = FtpForm::Command::kSend,
   kConnectionTest = FtpForm::Command::kTest,
 };
