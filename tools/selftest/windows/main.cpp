@@ -16,6 +16,7 @@
 #include "selftest/page.h"
 #include "selftest/windows/child_process.h"
 #include "selftest/windows/machine_facts.h"
+#include "selftest/windows/order.h"
 #include "selftest/windows/questions.h"
 #include "text/path.h"
 
@@ -37,14 +38,6 @@ constexpr milliseconds kQuickLimit{500};
 constexpr seconds kQuestionLimit{300};
 
 constexpr const wchar_t* kRunOnce = L"Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce";
-
-constexpr const char* kUsage =
-    "karvel-selftest [--quick] [--report ファイル.html] [--open]\n"
-    "  --quick   時間のかかる試験(転送の障害)を省き、時間の制限を短くします\n"
-    "  --report  結果のファイル(省略すると、このプログラムの横)\n"
-    "  --open    結果を開きます\n"
-    "karvel-selftest --after-sign-in\n"
-    "  次のサインインのときに、通知領域のアイコンが出るかを確かめます\n";
 
 constexpr const char* kWelcome =
     "集計管理の自己試験をします。10分から30分かかります。\n"
@@ -68,40 +61,6 @@ constexpr std::array kPrograms{
     TestProgram{"転送の障害(Active)", "contract_tests", "*SendRunFaults*/Active", seconds(1800),
                 true},
 };
-
-struct Order {
-  std::string ask;  ///< a question's name: this process answers it and does nothing else
-  std::string report;
-  bool quick = false;
-  bool open = false;
-  bool afterSignIn = false;
-  bool signedIn = false;
-  bool wrong = false;
-};
-
-Order orderOf(const std::vector<std::string>& arguments) {
-  Order order;
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string& argument = arguments[i];
-    const bool last = i + 1 == arguments.size();
-    if (argument == "--quick") {
-      order.quick = true;
-    } else if (argument == "--open") {
-      order.open = true;
-    } else if (argument == "--after-sign-in") {
-      order.afterSignIn = true;
-    } else if (argument == "--signed-in") {
-      order.signedIn = true;
-    } else if (argument == "--ask" && !last) {
-      order.ask = arguments[++i];
-    } else if (argument == "--report" && !last) {
-      order.report = arguments[++i];
-    } else {
-      order.wrong = true;
-    }
-  }
-  return order;
-}
 
 std::string programPath() {
   std::vector<wchar_t> path(0x8000);
