@@ -41,7 +41,7 @@ class FakeFiles final : public Files {
   bool readPieces(const std::string& path, const Consumer& consumer) override {
     const auto content = contentOf(path);
     if (fails() || !content) return false;
-    constexpr std::size_t kPiece = 61;
+    constexpr std::size_t kPiece = 7;
     for (std::size_t at = 0; at < content->size(); at += kPiece) {
       consumer(std::string_view(*content).substr(at, kPiece));
     }
