@@ -47,7 +47,8 @@ enum class Difference {
   kListedNameEndsAtABlank,
   kFolderNameEndsAtAQuote,
   kNoInputMethod,
-  kMenuEndsLate,  ///< not before its own loop has control again
+  kMenuEndsLate,          ///< not before its own loop has control again
+  kGreetingIsNotChecked,  ///< for its code
 };
 
 /// Asked by a test that has met one. True where the platform's library is known for it, on Windows:

@@ -275,8 +275,11 @@ class FaultCase {
   void checkOutcome() {
     const std::size_t afterwards = moment_.place + (fault_.fault.kind == kDropAfter ? 1 : 0);
     const bool late = afterwards > model_.lastListing;
-    const bool fatal = fault_.effect == kMisleads ? moment_.occurrence == ScriptedFtpServer::kEvery
-                                                  : fault_.effect == kEnds && !late;
+    const bool unwelcome = moment_.place == 0 && fault_.fault.kind == kRefuse && report_.table &&
+                           !isKnown(Difference::kGreetingIsNotChecked);
+    const bool misleads =
+        fault_.effect == kMisleads && moment_.occurrence == ScriptedFtpServer::kEvery;
+    const bool fatal = unwelcome || misleads || (fault_.effect == kEnds && !late);
     const bool harmless = fault_.effect == kHarmless || (late && !waits_);
     EXPECT_FALSE(fatal && report_.table) << "success without a session or a listing";
     EXPECT_FALSE(harmless && !report_.table) << "what is harmless, or too late, fails the run";
