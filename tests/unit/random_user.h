@@ -189,6 +189,8 @@ class RandomUser : private ModelledShop {
         note("closes the panel");
         beginClosing();
         return form().close();
+      case 3:
+        return use(*oneOf(form().Command1.all()));
       default:
         use(*oneOf(form().controls()));
     }
