@@ -102,6 +102,18 @@ TEST_F(FormRules, AnArrowKeyMovesWithinTheOptionsOfAName) {
   EXPECT_EQ(neighbouringOption(form_, at("B", 0), 1), &at("B", 0));
 }
 
+TEST_F(FormRules, AClickChoosesAnOptionOnce) {
+  int clicks = 0;
+  at("A", 1).onClick = [&clicks] { ++clicks; };
+  at("A", 1).setEnabled(false);
+  at("A", 1).click();
+  EXPECT_FALSE(at("A", 1).selected());
+  at("A", 1).setEnabled(true);
+  for (int i = 0; i < 2; ++i) at("A", 1).click();
+  EXPECT_TRUE(at("A", 1).selected());
+  EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(FormRules, EscapePressesTheCancelButtonAndAKeyThatIsHeldDownNone) {
   EXPECT_EQ(answeredBy(form_, AnswerKey::kEscape, false, &at("OK")), &at("Cancel"));
   EXPECT_EQ(answeredBy(form_, AnswerKey::kEnter, true, &at("OK")), nullptr);

@@ -63,6 +63,7 @@ class RandomShop : public ::testing::Test, protected ShopWorld {
       fields[2] = edges ? oneOf({"10:00:00", "10:00:01", "10:59:59", "11:00:00", "11:00:01",
                                  "00:00:00", "00:40:00"})
                         : time();
+      if (edges && below(4) == 0) fields[1] = fields[2];
       fields[4] = oneOf({"済", "1", " x ", "0", "", "  "});
       fields[5] = oneOf({"", "", "m", " ", "ﾒｰﾙ"});
       fields[7] = oneOf({"", "0", "1", " 3 ", "-1", "0.5", "x1", "2x", "&H1", "１"});

@@ -203,9 +203,10 @@ class RandomUser : private ModelledShop {
         return type(control, {kOutFolder, kOutFolder, " out ", "", "o", "nowhere", "表\r\n町"});
       case ControlKind::kOptionButton:
         note(std::string(control.row().name) + " " + std::to_string(control.row().index));
-        control.select();
-        if (&control == form().Option2.find(control.row().index)) seen_ = stored_;
-        return;
+        if (!control.selected() && control.row().name == std::string_view("Option2")) {
+          seen_ = stored_;
+        }
+        return control.click();
       case ControlKind::kButton:
         note("presses " + control.caption());
         return press(control);
