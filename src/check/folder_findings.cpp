@@ -29,13 +29,34 @@ void findRoom(Shop& shop, const std::string& folder, const std::string& what, Fi
   }
 }
 
+bool isReadOnly(Shop& shop, const std::string& path) {
+  const auto attributes = shop.files.attributes(path);
+  return attributes && (*attributes & Files::kReadOnly) != 0;
+}
+
+/// What stands where a run makes or puts the table, and cannot be replaced.
+void findBlockedTable(Shop& shop, const std::string& folder, Findings& findings) {
+  const std::string name =
+      shop.form.text(Field::kShopCode) + "_" + shop.settings.read(ticket::kBusinessDay) + ".txt";
+  const std::string path = joinPath(folder, name);
+  const auto attributes = shop.files.attributes(path).value_or(Files::kNormal);
+  if ((attributes & Files::kDirectory) != 0) {
+    findings.trouble("output-folder", "集計ファイルと同じ名前のフォルダがあります: " + path,
+                     "フォルダを移すか、名前を変えます。");
+  } else if ((attributes & Files::kReadOnly) != 0) {
+    findings.trouble("output-folder", "集計ファイルが読み取り専用です: " + path,
+                     "読み取り専用を解除します。");
+  }
+}
+
 void findStrayFiles(Shop& shop, Findings& findings) {
   std::string texts;
   std::string leftovers;
   for (const Inspection::Entry& entry : shop.inspection.entries(shop.folder)) {
     const std::string lower = asciiLower(entry.name);
     if (entry.folder) continue;
-    if (lower.ends_with(".txt")) texts += (texts.empty() ? "" : "、") + entry.name;
+    const bool stays = isReadOnly(shop, joinPath(shop.folder, entry.name));
+    if (lower.ends_with(".txt") && !stays) texts += (texts.empty() ? "" : "、") + entry.name;
     if (lower.starts_with(kUnsavedSettings) || lower.ends_with(".inf")) {
       leftovers += (leftovers.empty() ? "" : "、") + entry.name;
     }
@@ -54,12 +75,11 @@ void findStrayFiles(Shop& shop, Findings& findings) {
 
 void findProgramFolder(Shop& shop, Findings& findings) {
   findStrayFiles(shop, findings);
-  const auto attributes = shop.files.attributes(shop.settings.OwnIniPath);
-  const bool readOnly = attributes && (*attributes & Files::kReadOnly) != 0;
+  findBlockedTable(shop, shop.folder, findings);
   if (!shop.inspection.writable(shop.folder)) {
     findings.trouble("output-folder", "集計管理のフォルダに書き込めません: " + shop.folder,
                      "店舗で使う利用者が書き込めるようにします。");
-  } else if (readOnly) {
+  } else if (isReadOnly(shop, shop.settings.OwnIniPath)) {
     findings.notice("permissions", "karvel.hnbが読み取り専用です", "読み取り専用を解除します。");
   }
   const auto open = shop.inspection.readableByOthers(shop.settings.OwnIniPath);
@@ -88,7 +108,11 @@ void findOutputFolder(Shop& shop, Findings& findings) {
   static_cast<void>(shop.files.write(scratch + name, "karvel-check\r\n"));
   FolderDelivery delivery(shop.form, shop.files, shop.clock);
   const bool delivered = delivery.putFile(scratch, name);
+  // A link or a path with "." in it may lead here: what comes and goes with the file tells.
+  const std::string here = joinPath(shop.folder, name);
+  const bool seenHere = shop.files.exists(here);
   delivery.removeFile(name);
+  const bool sameFolder = seenHere && !shop.files.exists(here);
   shop.files.remove(scratch + name);
   if (!delivered) {
     findings.trouble("output-folder", "出力先のフォルダに書き込めません: " + folder,
@@ -96,9 +120,13 @@ void findOutputFolder(Shop& shop, Findings& findings) {
   } else if (shop.files.exists(joinPath(folder, name))) {
     findings.trouble("output-folder", "出力先のフォルダのファイルを削除できません: " + folder,
                      "店舗で使う利用者がファイルを削除できるようにします。");
+  } else if (delivered && sameFolder) {
+    findings.trouble("output-folder", "出力先が集計管理のフォルダと同じです: " + folder,
+                     "「接続設定」で別のフォルダを選びます。転送のたびに削除され、届きません。");
   } else {
     findings.good("output-folder", "出力先のフォルダに書き込めます: " + folder);
   }
+  findBlockedTable(shop, folder, findings);
 
   NewestTable newest(shop);
   for (const Inspection::Entry& entry : shop.inspection.entries(folder)) {

@@ -15,6 +15,8 @@ namespace {
 /// Columns of the table's row of a desk.
 enum Column : std::size_t { kDeskNumber = 6, kDeskName, kHandled, kUnhandled };
 
+constexpr std::size_t kLongestName = 255;  ///< bytes, of a file
+
 std::vector<std::string> fieldsOf(std::string_view line) {
   std::vector<std::string> fields;
   for (auto tab = line.find('\t'); tab != std::string_view::npos; tab = line.find('\t')) {
@@ -30,12 +32,16 @@ std::string todayKey(Shop& shop) {
   return formatDayKey(now.year, now.month, now.day);
 }
 
+bool isNamePart(const std::string& text) {
+  return isPlainName(text) && !contains(text, "..");
+}
+
 void findDay(Shop& shop, const std::string& day, Findings& findings) {
   const std::string advice =
       "発券システムが起動しているか、日付の切り替えが済んでいるかを確かめます。";
   if (day.empty()) {
     findings.notice("today", "発券システムの営業日(TODAY)が空です", advice);
-  } else if (!isPlainName(day) || contains(day, "..")) {
+  } else if (!isNamePart(day)) {
     findings.trouble("today", "発券システムの営業日(TODAY)「" + day + "」では集計を作れません",
                      advice);
   } else if (day != todayKey(shop)) {
@@ -84,7 +90,15 @@ void findDesks(Shop& shop, const std::string& day, Findings& findings) {
   DeskReader desks(shop.files, shop.settings, shop.folder);
   StatisticsTable table(shop.form, desks, shop.settings, shop.unchanging, shop.clock, shop.folder);
   const std::string name = table.Make_StatFile("");
-  if (name.empty()) return;  // without a shop code or a day, which has been said
+  if (name.empty() || name.size() > kLongestName) {
+    if (!shop.form.shopCodeValid() || !isNamePart(day)) return;  // which has been said
+    const std::string& code = shop.form.text(FtpForm::Field::kShopCode);
+    findings.trouble(
+        "shop-code",
+        "店舗ｺｰﾄﾞ「" + code + "」と営業日「" + day + "」からは、集計ファイルの名前を作れません",
+        "「ｸﾞﾙｰﾌﾟ登録」で1から99999までの番号を登録します。");
+    return;
+  }
 
   std::vector<std::vector<std::string>> rows;
   LineSplitter lines;
