@@ -7,8 +7,11 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <functional>
+#include <thread>
 #include <utility>
 
 #include "contract/scratch_folder.h"
@@ -24,12 +27,19 @@ namespace {
 /// Called when new content is on the disk, but not yet in its place; once unless it sets itself
 /// again.
 std::function<void()> beforeReplacing;
+/// The disk has no room for so many files from now on.
+int refusedSyncs = 0;
 
 }  // namespace
 
 /// In the place of the C library's.
 extern "C" int fsync(int descriptor) {
   if (const auto call = std::exchange(beforeReplacing, nullptr)) call();
+  if (refusedSyncs > 0) {
+    --refusedSyncs;
+    errno = ENOSPC;
+    return -1;
+  }
   return static_cast<int>(syscall(SYS_fsync, descriptor));
 }
 
@@ -143,6 +153,15 @@ TEST_F(IniProfileTest, AFullDiskLeavesTheOldContent) {
   }
 }
 
+TEST_F(IniProfileTest, ADiskWithoutRoomForACopyTakesANewValueInPlace) {
+  const std::string path = folder.add("karvel.hnb", "[S]\r\nrequest=1\r\n");
+  refusedSyncs = 1;
+  EXPECT_TRUE(IniProfile().write("S", "request", "0", path));
+  EXPECT_EQ(refusedSyncs, 0);
+  EXPECT_EQ(ScratchFolder::content(path), "[S]\r\nrequest=0\r\n");
+  EXPECT_EQ(folder.entryCount(), 1U);
+}
+
 TEST_F(IniProfileTest, LeavesNothingBehindWhenItCannotWrite) {
   const std::string pipe = folder.path("pipe.ini");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -168,10 +187,29 @@ TEST_F(IniProfileTest, KeepsWhatAnotherProgramWritesMeanwhile) {
     beforeReplacing = busy;
   };
   beforeReplacing = busy;
-  EXPECT_FALSE(IniProfile().write("S", "a", "3", path));
+  EXPECT_TRUE(IniProfile().write("S", "a", "3", path)) << "in place at last";
   beforeReplacing = nullptr;
-  EXPECT_EQ(IniProfile().read("S", "a", path, 256), "2");
+  EXPECT_GT(std::ranges::count(*ScratchFolder::content(path), ';'), 10);
+  EXPECT_EQ(IniProfile().read("S", "a", path, 256), "3");
   EXPECT_EQ(folder.entryCount(), 1U);
+}
+
+TEST_F(IniProfileTest, WaitsForAnotherProgramThatIsWriting) {
+  for (const bool forGood : {false, true}) {
+    const std::string path = folder.add("karvel.hnb", "[S]\r\na=1\r\nb=1\r\n");
+    FileDescriptor other(open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+    std::thread writer([&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      while (forGood && ScratchFolder::content(path)->empty()) std::this_thread::yield();
+      EXPECT_TRUE(other.writeAll("[S]\r\na=1\r\nb=2\r\n"));
+      other.close();
+    });
+    EXPECT_TRUE(IniProfile().write("S", "a", "3", path));
+    writer.join();
+    // Nobody can tell when it will end: what it writes then counts.
+    EXPECT_EQ(IniProfile().read("S", "a", path, 256), forGood ? "1" : "3");
+    EXPECT_EQ(IniProfile().read("S", "b", path, 256), "2");
+  }
 }
 
 TEST_F(IniProfileTest, DeletesWhatAKilledProgramHasLeftAndNothingElse) {
@@ -237,12 +275,12 @@ TEST_F(UserInstanceTest, ALockOfSomebodyElsesOnTheFolderIsNone) {
   EXPECT_TRUE(UserInstance().acquire(folder.path()));
 }
 
-TEST(EndSignals, LeaveAnIgnoredSignalIgnored) {
+TEST(EndSignals, AreTheOnesThatAskForTheEnd) {
   sigset_t before;
   sigprocmask(SIG_SETMASK, nullptr, &before);
   const auto handler = std::signal(SIGHUP, SIG_IGN);
   EndSignals signals;
-  std::raise(SIGHUP);
+  for (const int number : {SIGHUP, SIGPIPE, SIGXFSZ}) std::raise(number);
   EXPECT_FALSE(signals.take());
   std::raise(SIGTERM);
   EXPECT_TRUE(signals.take());

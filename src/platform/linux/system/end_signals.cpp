@@ -21,8 +21,10 @@ EndSignals::EndSignals() {
     if (!isIgnored(number)) sigaddset(&signals, number);
   }
   sigprocmask(SIG_BLOCK, &signals, nullptr);
-  // A reader that has gone, of standard error or of a connection, is a failed write and no more.
+  // A reader that has gone, of standard error or of a connection, and a file that may not grow are
+  // failed writes and no more.
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   descriptor_ = FileDescriptor(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
 }
 

@@ -5,8 +5,8 @@
 namespace karvel {
 
 /// SIGTERM, SIGINT and SIGHUP as events that a message loop can wait for, instead of ending the
-/// process on the spot; SIGPIPE as nothing but a failed write. A signal that whoever started the
-/// program has it ignore, as nohup does, stays ignored.
+/// process on the spot; SIGPIPE and SIGXFSZ as nothing but a failed write. A signal that whoever
+/// started the program has it ignore, as nohup does, stays ignored.
 class EndSignals {
  public:
   EndSignals();

@@ -8,10 +8,13 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <thread>
 #include <utility>
 
 #include "platform/linux/system/file_descriptor.h"
@@ -22,6 +25,7 @@ namespace {
 
 constexpr off_t kLargestFile = 16 * 1024 * 1024;  ///< bytes; a larger one is no settings file
 constexpr int kAttempts = 20;
+constexpr std::chrono::milliseconds kPause{10};  ///< between them
 
 /// A new content until it takes its place: a name that is nobody else's, so that what a killed
 /// program has left can be told from a copy that the user keeps.
@@ -96,10 +100,22 @@ bool unchanged(const std::string& path, const std::optional<Snapshot>& old) {
   return now.has_value() == old.has_value() && (!now || now->sameAs(*old));
 }
 
+/// True when a process has the file open for writing: what it writes later would go to a file that
+/// has been replaced. False also where the file system does not tell.
+bool isBeingWritten(const std::string& path) {
+  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  // A lease for reading is granted while nobody writes. Who begins to in that moment waits for its
+  // end, and this process would get a signal, which is to be one that does nothing by itself.
+  fcntl(file.get(), F_SETSIG, SIGURG);
+  if (fcntl(file.get(), F_SETLEASE, F_RDLCK) != 0) return errno == EAGAIN;
+  fcntl(file.get(), F_SETLEASE, F_UNLCK);
+  return false;
+}
+
 enum class Outcome : std::uint8_t {
   kStored,
   kFailed,
-  kOvertaken,  ///< another program has written meanwhile; nothing has been changed
+  kOvertaken,  ///< another program writes, or has written meanwhile; nothing has been changed
 };
 
 /// Replaces the file in one step: a reader, or a power cut, finds the old content or the new one.
@@ -107,7 +123,7 @@ Outcome replaceFile(const std::string& path, const std::optional<Snapshot>& old,
                     FileDescriptor file, const std::string& temporary, std::string_view content) {
   if (!file.writeAll(content) || fsync(file.get()) != 0) return Outcome::kFailed;
   // As late as can be: what is written after this look is lost.
-  if (!unchanged(path, old)) return Outcome::kOvertaken;
+  if (!unchanged(path, old) || isBeingWritten(path)) return Outcome::kOvertaken;
   // Gone when another process has taken it for a leftover before it was locked.
   if (rename(temporary.c_str(), path.c_str()) != 0) {
     return errno == ENOENT ? Outcome::kOvertaken : Outcome::kFailed;
@@ -128,27 +144,24 @@ Outcome rewriteFile(const std::string& path, const Snapshot& old, std::string_vi
   return stored ? Outcome::kStored : Outcome::kFailed;
 }
 
+/// Makes the new content in a file of its own, which then takes the place of the old one.
 Outcome storeFile(const std::string& path, const std::optional<Snapshot>& old,
                   std::string_view content) {
   std::string temporary = path;
   temporary.append(kUnsaved).append(kPlaceholder);
   FileDescriptor file(mkostemp(temporary.data(), O_CLOEXEC));
-  if (!file.valid()) {
-    return old && errno == EACCES ? rewriteFile(path, *old, content) : Outcome::kFailed;
-  }
+  if (!file.valid()) return Outcome::kFailed;
   // Shows that its writer is alive. Without locks on this file system nothing is ever swept.
   flock(file.get(), LOCK_EX | LOCK_NB);
-  if (old && !inheritFrom(old->status, file.get())) {
-    unlink(temporary.c_str());
-    return rewriteFile(path, *old, content);
-  }
-  const Outcome outcome = replaceFile(path, old, std::move(file), temporary, content);
+  const bool alike = !old || inheritFrom(old->status, file.get());
+  const Outcome outcome =
+      alike ? replaceFile(path, old, std::move(file), temporary, content) : Outcome::kFailed;
   if (outcome != Outcome::kStored) unlink(temporary.c_str());
   return outcome;
 }
 
 Outcome setValue(const std::string& path, const std::string& section, const std::string& key,
-                 const std::string& value) {
+                 const std::string& value, bool inPlace) {
   struct stat status {};
   if (stat(path.c_str(), &status) != 0) {
     return storeFile(path, std::nullopt, iniWithValue({}, section, key, value));
@@ -157,7 +170,10 @@ Outcome setValue(const std::string& path, const std::string& section, const std:
   const auto old = writable ? readFile(path) : std::nullopt;
   if (!old) return Outcome::kFailed;
   const std::string content = iniWithValue(old->content, section, key, value);
-  return content == old->content ? Outcome::kStored : storeFile(path, old, content);
+  if (content == old->content) return Outcome::kStored;
+  const Outcome outcome = inPlace ? Outcome::kFailed : storeFile(path, old, content);
+  // The folder takes no such file, or the disk no second copy.
+  return outcome == Outcome::kFailed ? rewriteFile(path, *old, content) : outcome;
 }
 
 bool isUnsavedOf(std::string_view file, std::string_view name) {
@@ -190,11 +206,12 @@ std::string IniProfile::read(const std::string& section, const std::string& key,
 bool IniProfile::write(const std::string& section, const std::string& key, const std::string& value,
                        const std::string& file) {
   const std::string path = linkTarget(file);
-  Outcome outcome = Outcome::kOvertaken;
-  for (int i = 0; i < kAttempts && outcome == Outcome::kOvertaken; ++i) {
-    outcome = setValue(path, section, key, value);
+  for (int i = 1; i <= kAttempts; ++i) {
+    const Outcome outcome = setValue(path, section, key, value, i == kAttempts);
+    if (outcome != Outcome::kOvertaken) return outcome == Outcome::kStored;
+    std::this_thread::sleep_for(kPause);
   }
-  return outcome == Outcome::kStored;
+  return false;
 }
 
 void IniProfile::removeLeftovers(const std::string& file) {
