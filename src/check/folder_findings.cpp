@@ -12,6 +12,7 @@ using Field = FtpForm::Field;
 constexpr std::uint64_t kMebibyte = 1024 * 1024;
 constexpr std::uint64_t kScarce = 100 * kMebibyte;
 constexpr std::uint64_t kTooLittle = 5 * kMebibyte;
+constexpr const char* kTrialName = "karvel-check.tmp";
 constexpr const char* kUnsavedSettings = "karvel.hnb.unsaved-";
 
 void findRoom(Shop& shop, const std::string& folder, const std::string& what, Findings& findings) {
@@ -92,6 +93,17 @@ void findProgramFolder(Shop& shop, Findings& findings) {
   findRoom(shop, shop.folder, "集計管理", findings);
 }
 
+void tryWithFile(Shop& shop, std::string_view anchor, Findings& findings, const Trial& trial) {
+  const std::string folder = shop.inspection.temporaryFolder();
+  const std::string path = joinPath(folder, kTrialName);
+  const bool made = shop.files.write(path, "karvel-check\r\n");
+  if (!made || !trial(folder + kSeparator, kTrialName)) {
+    findings.notice(anchor, "一時フォルダを使えないため、書き込みを試せませんでした: " + folder,
+                    "一時フォルダに書き込めるようにして、もう一度診断します。");
+  }
+  if (made) shop.files.remove(path);
+}
+
 void findOutputFolder(Shop& shop, Findings& findings) {
   if (shop.form.destination() != FtpForm::Destination::kOutputFolder) return;
   const std::string folder(trimmed(shop.form.text(Field::kOutputFolder)));
@@ -103,29 +115,31 @@ void findOutputFolder(Shop& shop, Findings& findings) {
     return;
   }
 
-  const std::string scratch = shop.inspection.temporaryFolder() + kSeparator;
-  const std::string name = "karvel-check.tmp";
-  static_cast<void>(shop.files.write(scratch + name, "karvel-check\r\n"));
-  FolderDelivery delivery(shop.form, shop.files, shop.clock);
-  const bool delivered = delivery.putFile(scratch, name);
-  // A link or a path with "." in it may lead here: what comes and goes with the file tells.
-  const std::string here = joinPath(shop.folder, name);
-  const bool seenHere = shop.files.exists(here);
-  delivery.removeFile(name);
-  const bool sameFolder = seenHere && !shop.files.exists(here);
-  shop.files.remove(scratch + name);
-  if (!delivered) {
-    findings.trouble("output-folder", "出力先のフォルダに書き込めません: " + folder,
-                     "店舗で使う利用者がファイルを作成し、削除できるようにします。");
-  } else if (shop.files.exists(joinPath(folder, name))) {
-    findings.trouble("output-folder", "出力先のフォルダのファイルを削除できません: " + folder,
-                     "店舗で使う利用者がファイルを削除できるようにします。");
-  } else if (delivered && sameFolder) {
-    findings.trouble("output-folder", "出力先が集計管理のフォルダと同じです: " + folder,
-                     "「接続設定」で別のフォルダを選びます。転送のたびに削除され、届きません。");
-  } else {
-    findings.good("output-folder", "出力先のフォルダに書き込めます: " + folder);
-  }
+  tryWithFile(
+      shop, "output-folder", findings, [&](const std::string& from, const std::string& name) {
+        FolderDelivery delivery(shop.form, shop.files, shop.clock);
+        const bool delivered = delivery.putFile(from, name);
+        // Where both are the same folder, putting it there has removed it.
+        if (!delivered && !shop.files.exists(from + name)) return false;
+        // A link or a path with "." in it may lead here: what comes and goes with the file tells.
+        const std::string here = joinPath(shop.folder, name);
+        const bool seenHere = shop.files.exists(here);
+        delivery.removeFile(name);
+        if (!delivered) {
+          findings.trouble("output-folder", "出力先のフォルダに書き込めません: " + folder,
+                           "店舗で使う利用者がファイルを作成し、削除できるようにします。");
+        } else if (shop.files.exists(joinPath(folder, name))) {
+          findings.trouble("output-folder", "出力先のフォルダのファイルを削除できません: " + folder,
+                           "店舗で使う利用者がファイルを削除できるようにします。");
+        } else if (seenHere && !shop.files.exists(here)) {
+          findings.trouble(
+              "output-folder", "出力先が集計管理のフォルダと同じです: " + folder,
+              "「接続設定」で別のフォルダを選びます。転送のたびに削除され、届きません。");
+        } else {
+          findings.good("output-folder", "出力先のフォルダに書き込めます: " + folder);
+        }
+        return true;
+      });
   findBlockedTable(shop, folder, findings);
 
   NewestTable newest(shop);

@@ -89,7 +89,8 @@ void findRuns(const Shop& shop, const std::vector<std::string>& lines, Findings&
   }
   if (shop.form.destination() == FtpForm::Destination::kOutputFolder) {
     // The log has no line for a delivery into a folder.
-    findings.good("log", "最後の転送は" + runs.lastRun + "に行われました");
+    findings.good(
+        "log", "最後の転送は" + runs.lastRun + "に行われました(届いたかは、ログでは分かりません)");
     return;
   }
   const std::string delivered = runs.lastDelivery.empty()

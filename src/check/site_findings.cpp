@@ -154,7 +154,9 @@ std::string nameEncoding(const std::vector<std::string>& names) {
 
 /// True when the session stands in the folder that the settings name.
 bool findFolder(Shop& shop, bool open, Findings& findings) {
-  bool exact = true;
+  bool entered = true;
+  // Where a level is not entered, the next is looked for in the folder above it.
+  const std::string effect = open ? "。ファイルは1つ上のフォルダに届きます" : "";
   for (const Call& call : shop.internet.calls) {
     if (call.step != Step::kFolder) continue;
     const std::string name = textOfServer(call.name);
@@ -162,15 +164,20 @@ bool findFolder(Shop& shop, bool open, Findings& findings) {
       findings.good("target-folder", "フォルダ「" + name + "」に入りました" + timeText(call.time));
       continue;
     }
-    exact = false;
-    findings.trouble("target-folder",
-                     "フォルダ「" + name + "」はなく、名前がこれで始まるフォルダだけがあります。" +
-                         "ファイルは1つ上のフォルダに届きます" + timeText(call.time) +
-                         words(call.replies),
-                     "サイトにフォルダを作るか、設定の名前を直します。");
+    entered = false;
+    const std::string told = effect + timeText(call.time) + words(call.replies);
+    if (call.listed) {
+      findings.trouble("target-folder", "フォルダ「" + name + "」はありますが、入れません" + told,
+                       "このアカウントでフォルダに入れるよう、サイトの管理者に依頼します。");
+    } else {
+      findings.trouble(
+          "target-folder",
+          "フォルダ「" + name + "」はなく、名前がこれで始まるフォルダだけがあります" + told,
+          "サイトにフォルダを作るか、設定の名前を直します。");
+    }
   }
   const std::string wanted(trimmed(shop.form.text(FtpForm::Field::kSiteFolder)));
-  if (!open) {
+  if (!open && entered) {
     findings.trouble("target-folder", "フォルダ「" + wanted + "」がサイトにありません",
                      "「ｻｲﾄ･ﾌｫﾙﾀﾞ」の道順と、大文字と小文字を確かめます。");
   }
@@ -178,7 +185,7 @@ bool findFolder(Shop& shop, bool open, Findings& findings) {
   if (!encoding.empty()) {
     findings.good("server-names", "サーバーは日本語の名前を" + encoding + "で書いています");
   }
-  return open && exact;
+  return open && entered;
 }
 
 /// Files of the target folder, from the lines of the listing: "F name", TAB, size, TAB, date.
@@ -200,14 +207,11 @@ void findRemoteFiles(Shop& shop, Findings& findings) {
   newest.report(findings);
 }
 
-void probe(Shop& shop, SiteSession& session, Findings& findings) {
-  const std::string folder = shop.inspection.temporaryFolder() + kSeparator;
-  const std::string name = "karvel-check.tmp";
+void probe(Shop& shop, SiteSession& session, const std::string& folder, const std::string& name,
+           Findings& findings) {
   const std::size_t before = shop.internet.calls.size();
-  const bool ready = shop.files.write(folder + name, "karvel-check\r\n");
-  const bool sent = ready && session.Ftp_PutFile(folder, name);
+  const bool sent = session.Ftp_PutFile(folder, name);
   if (sent) session.Ftp_DeleteListed(name);
-  shop.files.remove(folder + name);
 
   std::string steps;
   bool deleted = false;
@@ -246,7 +250,11 @@ void findSite(Shop& shop, Findings& findings) {
   if (!findListing(shop, findings)) return;
   const bool there = findFolder(shop, open, findings);
   if (open) findRemoteFiles(shop, findings);
-  if (there && shop.probe) probe(shop, session, findings);
+  if (!there || !shop.probe) return;
+  tryWithFile(shop, "probe", findings, [&](const std::string& folder, const std::string& name) {
+    probe(shop, session, folder, name, findings);
+    return true;
+  });
 }
 
 }  // namespace karvel

@@ -27,8 +27,9 @@ void findResident(Shop& shop, Findings& findings) {
 
 void findProgram(Shop& shop, Findings& findings) {
   if (!shop.inspection.running(shop.folder)) {
-    findings.trouble("running", "このフォルダの集計管理が動いていません",
-                     "「接続設定」を開いて「OK」を押すと常駐します。");
+    findings.trouble(
+        "running", "この利用者では、このフォルダの集計管理が動いていません",
+        "店舗で使う利用者で診断します。「接続設定」を開いて「OK」を押すと常駐します。");
     return;
   }
   findings.good("running", "集計管理が動いています");

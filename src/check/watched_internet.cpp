@@ -1,6 +1,13 @@
 #include "check/watched_internet.h"
 
+#include <algorithm>
+
 namespace karvel {
+
+void WatchedInternet::note(const FindData& entry) {
+  names.push_back(entry.name);
+  if (entry.folder) folders_.push_back(entry.name);
+}
 
 bool WatchedInternet::noted(Step step, const std::string& name, const std::function<bool()>& call) {
   const auto begin = inspection_.elapsed();
@@ -30,8 +37,10 @@ Internet::Handle WatchedInternet::connect(Handle root, const Account& who, std::
 }
 
 bool WatchedInternet::setCurrentDirectory(Handle session, const std::string& folder) {
-  return noted(Step::kFolder, folder,
-               [&] { return library_.setCurrentDirectory(session, folder); });
+  const bool done =
+      noted(Step::kFolder, folder, [&] { return library_.setCurrentDirectory(session, folder); });
+  calls.back().listed = std::find(folders_.begin(), folders_.end(), folder) != folders_.end();
+  return done;
 }
 
 bool WatchedInternet::putFile(Handle session, const std::string& localPath,
@@ -50,19 +59,20 @@ bool WatchedInternet::deleteFile(Handle session, const std::string& remoteName) 
 
 Internet::Handle WatchedInternet::findFirst(Handle session, const std::string& pattern,
                                             FindData& entry) {
+  folders_.clear();
   Handle find = 0;
   noted(Step::kList, pattern, [&] {
     find = library_.findFirst(session, pattern, entry);
     return find != 0;
   });
-  if (find != 0) names.push_back(entry.name);
+  if (find != 0) note(entry);
   return find;
 }
 
 bool WatchedInternet::findNext(Handle find, FindData& entry) {
   const bool found = library_.findNext(find, entry);
   lastError_ = found ? 0 : library_.lastError();
-  if (found) names.push_back(entry.name);
+  if (found) note(entry);
   return found;
 }
 

@@ -23,6 +23,7 @@ class WatchedInternet final : public Internet {
     ErrorNumber error = 0;  ///< 0: it succeeded
     std::string replies;    ///< the server's bytes
     std::chrono::milliseconds time{0};
+    bool listed = false;  ///< kFolder: the last listing has a folder of exactly this name
   };
 
   WatchedInternet(Internet& library, Inspection& inspection)
@@ -60,12 +61,14 @@ class WatchedInternet final : public Internet {
   std::string systemMessage(ErrorNumber number) override { return library_.systemMessage(number); }
 
  private:
+  void note(const FindData& entry);
   bool noted(Step step, const std::string& name, const std::function<bool()>& call);
 
   Internet& library_;
   Inspection& inspection_;
   ErrorNumber lastError_ = 0;  ///< kept, as are the words: looking on must not change them
   Response response_;
+  std::vector<std::string> folders_;  ///< of the last listing
 };
 
 }  // namespace karvel

@@ -8,6 +8,7 @@
 #include "fakes/shop_world.h"
 #include "text/code_page.h"
 #include "text/path.h"
+#include "text/strings.h"
 
 namespace karvel {
 namespace {
@@ -48,6 +49,7 @@ struct Fault {
   Mark mark;
   const char* anchor;  ///< of the finding that speaks
   std::function<void(CheckedShop&)> make;
+  std::string_view words{};  ///< of that finding
 };
 
 using S = CheckedShop;
@@ -114,6 +116,7 @@ const std::vector<Fault> kFaults{
      [](S& s) { s.files.files[S::path("00345_240115.txt")].readOnly = true; }},
     {"a folder in the table's place", kTrouble, "output-folder",
      [](S& s) { s.files.folders.insert(S::outPath("00345_240115.txt")); }},
+    {"no temporary folder", kNotice, "output-folder", [](S& s) { s.files.folders.erase("tmp"); }},
     {"no table yet", kNotice, "old-table", without(S::outPath("00345_240115.txt"))},
     {"never tested", kTrouble, "resident", own("FTP CHKC", "0")},
     {"not running", kTrouble, "running", [](S& s) { s.system.runs = false; }},
@@ -140,9 +143,16 @@ const std::vector<Fault> kSiteFaults{
      [](S& s) { s.internet.replies += "227 Passive (10,0,0,1,4,5)\r\n"; }},
     {"no such folder", kTrouble, "target-folder", own("FTP FOLD", "nowhere")},
     {"only a longer name", kTrouble, "target-folder", own("FTP FOLD", "bran")},
+    {"a closed folder", kTrouble, "target-folder", refused("cd", Internet::kErrorExtended),
+     "入れません"},
     {"an unfinished upload", kNotice, "temporary-file",
      [](S& s) { s.internet.folders["/branch"]["0.xxx"]; }},
     {"encryption", kNotice, "tls", [](S& s) { s.internet.offered = "211 AUTH TLS"; }},
+    {"no folder for a trial", kNotice, "probe",
+     [](S& s) {
+       s.files.folders.erase("tmp");
+       s.probe = true;
+     }},
     {"no renaming", kTrouble, "probe",
      [](S& s) {
        refused("rename", Internet::kErrorExtended)(s);
@@ -171,7 +181,8 @@ void expectSpoken(const Fault& fault, bool site) {
 
   const Report report = shop.check();
   const auto speaks = [&](const Finding& each) {
-    return each.mark == fault.mark && each.anchor == fault.anchor;
+    return each.mark == fault.mark && each.anchor == fault.anchor &&
+           contains(each.found, fault.words);
   };
   EXPECT_TRUE(std::ranges::any_of(report.findings, speaks)) << report.text();
   EXPECT_EQ(report.hasTrouble(), fault.mark == kTrouble) << report.text();
