@@ -6,7 +6,7 @@
 #include "send/send_interval.h"
 #include "send/shop_info.h"
 #include "text/code_page.h"
-#include "text/line_splitter.h"
+#include "text/ini_text.h"
 #include "text/numeric_value.h"
 #include "text/server_text.h"
 #include "text/strings.h"
@@ -50,21 +50,15 @@ void findSlips(const std::string& bytes, Findings& findings) {
   std::size_t sections = 0;
   bool tooLong = false;
   std::array<int, own::kInitialKeys.size()> keys{};
-  LineSplitter lines;
-  const auto take = [&](std::string_view line) {
-    const std::string upper = asciiLower(trimmed(line));
-    sections += upper == asciiLower("[" + std::string(section::kFtp) + "]") ? 1 : 0;
-    const auto equals = line.find('=');
-    if (equals == std::string_view::npos) return;
-    tooLong = tooLong || line.size() - equals > kLongestValue + 1;
+  eachIniLine(bytes, [&](const IniLine& line) {
+    if (asciiLower(line.section) != asciiLower(section::kFtp)) return;
+    sections += line.key.empty() ? 1 : 0;
+    if (sections > 1) return;
+    tooLong = tooLong || line.value.size() > kLongestValue;
     for (std::size_t i = 0; i < keys.size(); ++i) {
-      const bool same =
-          asciiLower(trimmed(line.substr(0, equals))) == asciiLower(own::kInitialKeys.at(i).name);
-      keys.at(i) += same ? 1 : 0;
+      keys.at(i) += asciiLower(line.key) == asciiLower(own::kInitialKeys.at(i).name) ? 1 : 0;
     }
-  };
-  lines.feed(bytes, take);
-  lines.finish(take);
+  });
 
   if (sections != 1) {
     findings.trouble("settings-file",

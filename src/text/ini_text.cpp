@@ -149,6 +149,19 @@ std::string iniValue(std::string_view text, std::string_view section, std::strin
   return std::string(unquoted(entryOf(place.line->content)->value));
 }
 
+void eachIniLine(std::string_view text, const std::function<void(const IniLine&)>& take) {
+  std::string_view section;
+  LineReader lines(text);
+  while (const auto line = lines.next()) {
+    if (const auto name = sectionOf(line->content)) {
+      section = *name;
+      take({section, {}, {}});
+    } else if (const auto entry = entryOf(line->content)) {
+      take({section, entry->key, unquoted(entry->value)});
+    }
+  }
+}
+
 std::string iniWithValue(std::string_view text, std::string_view section, std::string_view key,
                          std::string_view value) {
   const Place place = findKey(text, section, key);

@@ -81,6 +81,13 @@ const std::vector<Fault> kFaults{
     {"a second section", kTrouble, "settings-file",
      [](S& s) { s.ownFile() += "[ftp infomation]\r\n"; }},
     {"a second key", kNotice, "settings-file", [](S& s) { s.ownFile() += "ftp code=2\r\n"; }},
+    {"what only looks like a slip", kGood, "settings-file",
+     [](S& s) {
+       std::string& text = s.ownFile();
+       std::erase(text, '\n');
+       text.replace(0, text.find(']') + 1,
+                    "[A]\rFTP CODE=1\rFTP CODE=2\r[ FTP INFOMATION ] ; the shop");
+     }},
     {"stray bytes", kNotice, "settings-file", [](S& s) { s.ownFile() += "\x81\x01\xFF\r\n"; }},
     {"no settings", kTrouble, "settings-file", without(S::path(kOwnFile))},
     {"another code page", kNotice, "code-page", [](S& s) { s.system.page = 1252; }},
