@@ -46,7 +46,7 @@ class Screen:
     def start_server(self):
         """Starts a server on a number that it finds free itself; the display's name."""
         server = self.spawn("Xvfb", "-displayfd", "1", "-screen", "0", SIZE, "-nolisten", "tcp",
-                            stdout=subprocess.PIPE, text=True)
+                            "-noreset", stdout=subprocess.PIPE, text=True)
         return f":{server.stdout.readline().strip()}"
 
     def start_tray(self):
