@@ -1,7 +1,5 @@
 #include "app/shop_check.h"
 
-#include <array>
-
 #include "app/headless_desktop.h"
 #include "app/program.h"
 #include "check/folder_findings.h"
@@ -9,9 +7,7 @@
 #include "check/site_findings.h"
 #include "check/start_findings.h"
 #include "check/ticket_findings.h"
-#include "text/code_page.h"
 #include "text/path.h"
-#include "text/strings.h"
 
 namespace karvel {
 namespace {
@@ -87,11 +83,6 @@ Report checkShop(Platform& real, Inspection& inspection, bool probe) {
     report.facts.emplace_back("コードページ", std::to_string(*codePage));
   }
   report.manual = manualAddress(real.programFolder, *real.files);
-  for (const std::string& password :
-       {settings.read(own::kPassword), std::string(trimmed(settings.read(own::kPassword))),
-        fromCodePage932(internet.account.password.value_or(""))}) {
-    report.hide(password);
-  }
   return report;
 }
 

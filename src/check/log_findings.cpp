@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "check/quotation.h"
 #include "text/code_page.h"
 #include "text/line_splitter.h"
 #include "text/path.h"
@@ -63,7 +64,9 @@ std::vector<std::string> lastLogLines(Shop& shop) {
     if (log->folder || !log->name.ends_with(".log")) continue;
     std::vector<std::string> day;
     LineSplitter lines;
-    const auto take = [&](std::string_view line) { day.push_back(fromCodePage932(line)); };
+    const auto take = [&](std::string_view line) {
+      day.push_back(quotedLogLine(shop, fromCodePage932(line)));
+    };
     // An unreadable rest is left out.
     static_cast<void>(shop.files.readPieces(
         joinPath(folder, log->name), [&](std::string_view piece) { lines.feed(piece, take); }));

@@ -8,7 +8,8 @@
 
 namespace karvel {
 
-/// The last lines of the run log, at most 200, from as many days as they come from.
+/// The last lines of the run log, at most 200, from as many days as they come from,
+/// without a password.
 [[nodiscard]] std::vector<std::string> lastLogLines(Shop& shop);
 
 /// What those lines say of the last runs.

@@ -41,22 +41,7 @@ std::string cell(std::string_view text) {
   return "<td>" + htmlText(text) + "</td>";
 }
 
-void replaceAll(std::string& text, const std::string& part, std::string_view with) {
-  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + with.size())) {
-    text.replace(at, part.size(), with);
-  }
-}
-
 }  // namespace
-
-void Report::hide(const std::string& password) {
-  if (password.empty()) return;
-  const auto hideIn = [&](std::string& text) { replaceAll(text, password, "****"); };
-  for (Finding& finding : findings) hideIn(finding.found);
-  for (SettingShown& setting : settings) hideIn(setting.value);
-  for (std::string& line : log) hideIn(line);
-  for (auto& fact : facts) hideIn(fact.second);
-}
 
 bool Report::hasTrouble() const {
   return std::any_of(findings.begin(), findings.end(),

@@ -17,9 +17,6 @@ struct Report {
   std::vector<std::pair<std::string, std::string>> facts;
   std::string manual;  ///< address of the manual's chapter on trouble; "" where there is none
 
-  /// Puts asterisks in the place of a password, wherever it stands.
-  void hide(const std::string& password);
-
   [[nodiscard]] bool hasTrouble() const;
   /// One sentence: why does this shop not send?
   [[nodiscard]] std::string answer() const;

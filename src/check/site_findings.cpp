@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "check/folder_findings.h"
+#include "check/quotation.h"
 #include "ftp/site_session.h"
 #include "text/code_page.h"
 #include "text/path.h"
@@ -19,8 +20,9 @@ std::string timeText(std::chrono::milliseconds time) {
   return "(" + std::to_string(time.count()) + "ミリ秒)";
 }
 
-std::string words(std::string_view replies) {
-  std::string line(trimmed(inOneLine(textOfServer(replies))));
+std::string words(Shop& shop, const std::string& replies) {
+  const std::string text = quoted(shop, textOfServer(quoted(shop, replies)));
+  std::string line(trimmed(inOneLine(text)));
   for (auto gap = line.find("  "); gap != std::string::npos; gap = line.find("  ")) {
     line.replace(gap, 2, " / ");
   }
@@ -33,9 +35,9 @@ std::string account(const std::optional<std::string>& bytes) {
 }
 
 std::string reason(Shop& shop, const Call& call) {
-  std::string text(trimmed(shop.form.LastFtpError));
+  std::string text(trimmed(quoted(shop, shop.form.LastFtpError)));
   if (text.empty()) text = std::to_string(call.error);
-  return text + timeText(call.time) + words(call.replies);
+  return text + timeText(call.time) + words(shop, call.replies);
 }
 
 bool mentionsEncryption(const std::string& text) {
@@ -98,9 +100,9 @@ bool findConnection(Shop& shop, Findings& findings) {
       greeted ? std::min(login.replies.find("\r\n331 "), login.replies.size()) : 0;
   const std::string port = std::to_string(internet.account.port);
   findings.good("connect", host + "の" + port + "番に接続できました" +
-                               words(login.replies.substr(0, greetingEnd)));
+                               words(shop, login.replies.substr(0, greetingEnd)));
   findings.good("login", account(internet.account.user) + "としてログインできました" +
-                             timeText(login.time) + words(login.replies.substr(greetingEnd)));
+                             timeText(login.time) + words(shop, login.replies.substr(greetingEnd)));
   findEncryption(shop, true, "", findings);
   return true;
 }
@@ -140,7 +142,7 @@ bool findListing(Shop& shop, Findings& findings) {
     return false;
   }
   findings.good("data-connection",
-                "一覧を取得できました" + timeText(list->time) + words(list->replies));
+                "一覧を取得できました" + timeText(list->time) + words(shop, list->replies));
   return true;
 }
 
@@ -165,7 +167,7 @@ bool findFolder(Shop& shop, bool open, Findings& findings) {
       continue;
     }
     entered = false;
-    const std::string told = effect + timeText(call.time) + words(call.replies);
+    const std::string told = effect + timeText(call.time) + words(shop, call.replies);
     if (call.listed) {
       findings.trouble("target-folder", "フォルダ「" + name + "」はありますが、入れません" + told,
                        "このアカウントでフォルダに入れるよう、サイトの管理者に依頼します。");
@@ -224,7 +226,7 @@ void probe(Shop& shop, SiteSession& session, const std::string& folder, const st
     if (call.step == Step::kRename) steps += failed ? "名前の変更×" : "名前の変更○";
     if (call.step == Step::kDelete) steps += failed ? "削除×" : "削除○";
     deleted = deleted || (call.step == Step::kDelete && !failed);
-    steps += timeText(call.time) + words(call.replies);
+    steps += timeText(call.time) + words(shop, call.replies);
   }
   if (sent && deleted) {
     findings.good("probe", "試験転送に成功しました: " + steps);

@@ -1,5 +1,6 @@
 #include "check/start_findings.h"
 
+#include "check/quotation.h"
 #include "text/strings.h"
 
 namespace karvel {
@@ -35,9 +36,10 @@ void findProgram(Shop& shop, Findings& findings) {
   findings.good("running", "集計管理が動いています");
   const std::string message = shop.inspection.waitingMessage(shop.folder);
   if (!message.empty()) {
-    findings.trouble("message-box",
-                     "集計管理がメッセージの「OK」を待っています: " + inOneLine(message),
-                     "内容を控えて「OK」を押します。その間は転送しません。");
+    findings.trouble(
+        "message-box",
+        "集計管理がメッセージの「OK」を待っています: " + inOneLine(quoted(shop, message)),
+        "内容を控えて「OK」を押します。その間は転送しません。");
   }
 }
 

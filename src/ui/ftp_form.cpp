@@ -8,12 +8,6 @@
 #include "ui/user_form.h"
 
 namespace karvel {
-namespace {
-
-constexpr std::size_t kErrorTextWidth = 128;
-
-}  // namespace
-
 FtpForm::FtpForm(IniRedWrt& settings, Desktop& desktop)
     : Form(kFtpFormTable),
       Text1(*this, "Text1"),

@@ -61,7 +61,9 @@ class FtpForm final : public Form {
   std::int16_t TimerCount = 0;  ///< ticks counted towards the next unattended send
   bool SndNG = false;           ///< a run failed and no failure message has been shown since
   std::int16_t ShiftState = 0;  ///< 1 Shift + 2 Ctrl + 4 Alt at the last key event
-  std::string LastFtpError;     ///< "" or 128 characters: number, "/" and text of the last failure
+  /// "" or characters of this number: number, "/" and text of the last failure.
+  static constexpr std::size_t kErrorTextWidth = 128;
+  std::string LastFtpError;
 
   /// Lowers TimerCount, at most to the lowest value of its type.
   void lowerTimerCount(int ticks);

@@ -206,5 +206,19 @@ TEST(Check, EachFaultSpeaksAndNothingChanges) {
   for (const Fault& fault : kSiteFaults) expectSpoken(fault, true);
 }
 
+TEST(Check, HidesThePasswordInAServersWordsOnly) {
+  CheckedShop shop(true);
+  const std::string cut = "12003/" + std::string(FtpForm::kErrorTextWidth - 10, 'x');
+  shop.log({"Snd Start", "FTP:PutFile NG " + cut + "open", "Snd Exit"});
+  for (const std::string password : {"00345", "open  it", "opening"}) {
+    shop.setOwn("FTP PASS", password);
+    shop.internet.replies = "220 " + password + " x";
+    const std::string told = shop.check().text();
+    EXPECT_TRUE(contains(told, "店舗ｺｰﾄﾞは00345です")) << told;
+    EXPECT_TRUE(contains(told, "220 **** x")) << told;
+    EXPECT_EQ(contains(told, cut + "****"), password != "00345") << told;
+  }
+}
+
 }  // namespace
 }  // namespace karvel
