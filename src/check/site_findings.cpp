@@ -1,6 +1,7 @@
 #include "check/site_findings.h"
 
 #include <algorithm>
+#include <array>
 
 #include "check/folder_findings.h"
 #include "check/quotation.h"
@@ -209,11 +210,28 @@ void findRemoteFiles(Shop& shop, Findings& findings) {
   newest.report(findings);
 }
 
+/// Deletes a trial's files from the site; what cannot be told to be gone, as the end of a sentence.
+std::string leftOnSite(Shop& shop, SiteSession& session, const std::string& name) {
+  const std::array names{name, name.substr(0, name.find('.')) + ".xxx"};
+  session.Ftp_ListFiles();
+  for (const std::string& each : names) session.Ftp_DeleteListed(each);
+  session.Ftp_ListFiles();
+  if (shop.internet.calls.back().error != 0) return "。サイトに残ったかどうかは分かりません";
+  // A server may have said that it has deleted what is still there.
+  std::string left;
+  for (const std::string& line : shop.form.lstFiles.items()) {
+    for (const std::string& each : names) {
+      if (line.starts_with("F " + each + "\t")) left += (left.empty() ? "" : "、") + each;
+    }
+  }
+  return left.empty() ? left : "。サイトに残ったもの: " + left;
+}
+
 void probe(Shop& shop, SiteSession& session, const std::string& folder, const std::string& name,
            Findings& findings) {
   const std::size_t before = shop.internet.calls.size();
   const bool sent = session.Ftp_PutFile(folder, name);
-  if (sent) session.Ftp_DeleteListed(name);
+  const std::string left = leftOnSite(shop, session, name);
 
   std::string steps;
   bool deleted = false;
@@ -228,10 +246,10 @@ void probe(Shop& shop, SiteSession& session, const std::string& folder, const st
     deleted = deleted || (call.step == Step::kDelete && !failed);
     steps += timeText(call.time) + words(shop, call.replies);
   }
-  if (sent && deleted) {
+  if (sent && deleted && left.empty()) {
     findings.good("probe", "試験転送に成功しました: " + steps);
   } else {
-    findings.trouble("probe", "試験転送に失敗しました: " + steps,
+    findings.trouble("probe", "試験転送に失敗しました: " + steps + left,
                      "サイトで、一覧、書き込み、名前の変更、削除を許可するよう依頼します。");
   }
 }

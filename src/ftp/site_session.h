@@ -39,6 +39,7 @@ class SiteSession {
   bool Ftp_PutFile(const std::string& folder, const std::string& name) {
     return upload_.Ftp_PutFile(folder, name);
   }
+  void Ftp_ListFiles() { listing_.Ftp_ListFiles(); }
   void Ftp_DeleteListed(const std::string& name) { upload_.Ftp_DeleteListed(name); }
 
  private:
