@@ -168,16 +168,13 @@ bool findFolder(Shop& shop, bool open, Findings& findings) {
       continue;
     }
     entered = false;
-    const std::string told = effect + timeText(call.time) + words(shop, call.replies);
-    if (call.listed) {
-      findings.trouble("target-folder", "フォルダ「" + name + "」はありますが、入れません" + told,
-                       "このアカウントでフォルダに入れるよう、サイトの管理者に依頼します。");
-    } else {
-      findings.trouble(
-          "target-folder",
-          "フォルダ「" + name + "」はなく、名前がこれで始まるフォルダだけがあります" + told,
-          "サイトにフォルダを作るか、設定の名前を直します。");
-    }
+    std::string found = "フォルダ「" + name;
+    found += call.listed ? "」はありますが、入れません"
+                         : "」はなく、名前がこれで始まるフォルダだけがあります";
+    found += effect + timeText(call.time) + words(shop, call.replies);
+    findings.trouble("target-folder", found,
+                     call.listed ? "このアカウントで入れるよう、サイトの管理者に依頼します。"
+                                 : "サイトにフォルダを作るか、設定の名前を直します。");
   }
   const std::string wanted(trimmed(shop.form.text(FtpForm::Field::kSiteFolder)));
   if (!open && entered) {
