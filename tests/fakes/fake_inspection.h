@@ -42,7 +42,7 @@ class FakeInspection final : public Inspection {
   std::vector<std::string> addresses(const std::string&) override { return found; }
   std::optional<unsigned> codePage() override { return page; }
   std::string systemName() override { return "a system"; }
-  std::chrono::milliseconds elapsed() override { return {}; }
+  std::chrono::milliseconds elapsed() override { return elapsed_ += std::chrono::milliseconds(7); }
   std::string temporaryFolder() override { return "tmp"; }
   std::string documentsFolder() override { return "documents"; }
   bool openForUser(const std::string&) override { return true; }
@@ -51,6 +51,7 @@ class FakeInspection final : public Inspection {
 
  private:
   FakeFiles& files_;
+  std::chrono::milliseconds elapsed_{0};
 };
 
 }  // namespace karvel

@@ -136,8 +136,10 @@ const std::vector<Fault> kSiteFaults{
     {"no account", kTrouble, "account", own("FTP NAME", "")},
     {"failures", kNotice, "log",
      [](S& s) {
-       s.log({"Snd Start", "Snd Exit"});
-     }},
+       s.log({"Snd Start", "Snd Exit", "Snd Start", "Ftp_ShopFold Exit",
+              "HS-FTP:PutFile NG 12003/550 ", "Snd Exit"});
+     },
+     "その後の失敗は2回、最後は2024/01/15 09:00:00: FTP:PutFile NG 12003/550"},
     {"no such host", kTrouble, "name", [](S& s) { s.system.found.clear(); }},
     {"no way to the host", kTrouble, "connect",
      [](S& s) {
@@ -147,7 +149,7 @@ const std::vector<Fault> kSiteFaults{
     {"a wrong password", kTrouble, "login", refused("connect", Internet::kErrorLoginFailure)},
     {"no data connection", kTrouble, "data-connection", refused("list", Internet::kErrorTimeout)},
     {"an inner address", kNotice, "passive",
-     [](S& s) { s.internet.replies += "227 Passive (10,0,0,1,4,5)\r\n"; }},
+     [](S& s) { s.internet.replies += "227 Passive (10,0,0,1,4,5)\r\n"; }, "アドレス10.0.0.1は"},
     {"no such folder", kTrouble, "target-folder", own("FTP FOLD", "nowhere")},
     {"only a longer name", kTrouble, "target-folder", own("FTP FOLD", "bran")},
     {"a closed folder", kTrouble, "target-folder", refused("cd", Internet::kErrorExtended),
@@ -173,15 +175,59 @@ const std::vector<Fault> kSiteFaults{
      "サイトに残ったもの: karvel-check.tmp"},
 };
 
-TEST(Check, FindsNothingInAShopInOrder) {
+const char* const kStart =
+    "良好 設定ファイル(karvel.hnb)は正しく読めます\n"
+    "良好 店舗ｺｰﾄﾞは00345です\n"
+    "良好 店舗情報の番号は1200345です\n";
+const char* const kShop =
+    "良好 転送間隔は5分ごとです\n"
+    "良好 発券システムの設定はshop/karvel.iniです\n"
+    "良好 発券システムの営業日は今日(240115)です\n"
+    "良好 受付の数は1です\n"
+    "良好 受付1「受付」の受付は処理済1件、未処理0件です\n"
+    "良好 karvel.hnbを読めるのは、この利用者と管理者だけです\n"
+    "良好 集計管理のディスクの空きは1048576MBです\n";
+const char* const kToFolder =
+    "良好 出力先のフォルダに書き込めます: out\n"
+    "良好 今日の集計ファイルが届いています: 00345_240115.txt(2024/01/01 00:00)\n"
+    "良好 出力先のディスクの空きは1048576MBです\n";
+const char* const kToSite =
+    "良好 サーバーの名前「ftp.example.com」のアドレス: 192.0.2.1(7ミリ秒)\n"
+    "良好 ftp.example.comの21番に接続できました。サーバーの文: 220 ready\n"
+    "良好 shopとしてログインできました(7ミリ秒)。サーバーの文: 331 who / 230 yes\n"
+    "良好 一覧を取得できました(7ミリ秒)。サーバーの文: 220 ready / 331 who / 230 yes\n"
+    "良好 フォルダ「branch」に入りました(7ミリ秒)\n"
+    "良好 今日の集計ファイルが届いています: 00345_240115.txt(1970/01/01 00:00)\n"
+    "良好 試験転送に成功しました: 送信○(7ミリ秒)。サーバーの文: 220 ready / 331 who / 230 yes、"
+    "名前の変更○(7ミリ秒)。サーバーの文: 220 ready / 331 who / 230 yes、"
+    "削除○(7ミリ秒)。サーバーの文: 220 ready / 331 who / 230 yes\n";
+const char* const kEnd =
+    "良好 起動すれば常駐する設定です\n"
+    "良好 集計管理が動いています\n"
+    "良好 サインインすると集計管理が起動します\n";
+const char* const kAnswer = "この店舗の転送を妨げるものは見つかりませんでした。\n";
+
+TEST(Check, TellsWhatItHasSeenOfAShopInOrder) {
   for (const bool site : {false, true}) {
     CheckedShop shop(site);
     shop.probe = site;
+    shop.internet.replies = "220 ready\r\n331 who\r\n230 yes\r\n";
     const Report report = shop.check();
-    for (const Finding& each : report.findings) {
-      EXPECT_EQ(each.mark, kGood) << each.anchor << " " << each.found;
+    EXPECT_EQ(report.text(), std::string(kStart) + "良好 保存先は" +
+                                 (site ? "ﾕｰｻﾞｰ管理ｻｲﾄです\n" : "指定フォルダです\n") + kShop +
+                                 (site ? kToSite : kToFolder) + kEnd +
+                                 (site ? "良好 最後に届いた転送は2024/01/15 09:00:00です\n"
+                                       : "良好 最後の転送は2024/01/15 09:00:00に行われました"
+                                         "(届いたかは、ログでは分かりません)\n") +
+                                 kAnswer);
+    std::string meanings;
+    for (const SettingShown& each : report.settings) {
+      if (!each.meaning.empty()) meanings += each.key + ":" + each.meaning + " ";
     }
-    EXPECT_TRUE(report.text().ends_with("妨げるものは見つかりませんでした。\n"));
+    EXPECT_EQ(meanings, std::string("FTP PSIV:Passive ﾓｰﾄﾞ FTP TIME:5分ごと FTP TYPE:") +
+                            (site ? "ﾕｰｻﾞｰ管理ｻｲﾄ FTP CHKC:接続確認済み FTP CHKF:接続確認済み "
+                                  : "指定フォルダ FTP CHKC:接続確認済み FTP CHKF:接続確認はまだ "));
+    EXPECT_EQ(report.log.size(), 4U);
   }
 }
 

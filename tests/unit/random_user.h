@@ -81,6 +81,8 @@ class RandomUser : private ModelledShop {
     if (below(8) == 0) put("FTP CODE", oneOf({"00345", "", "0", "x"}));
     if (below(8) == 0) put("FTP PSIV", oneOf({"0", "1", "2", "x"}));
     if (below(8) == 0) put("FTP CHKC", oneOf({"1x", "2"}));
+    if (below(4) == 0) put("FTP CHKF", "1");
+    if (below(8) == 0) put("OUT FOLD", "");
     const std::string argument = oneOf({"", "", "-INIT", "-INIT", "-init", "-GRUP"});
     note("start " + argument);
     files.files[path("old.TXT")] = {};

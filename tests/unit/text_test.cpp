@@ -149,6 +149,19 @@ TEST(IniText, ReadsLinesHoweverTheyEnd) {
   EXPECT_EQ(iniValue("[Section]\r\n;Key=1\r\n", "Section", ";Key"), "") << "no key in a comment";
 }
 
+TEST(IniText, TakesDoubleByteCharactersWhole) {
+  for (const char lead : {'\x81', '\x9F', '\xE0', '\xFC'}) {
+    const auto name = [lead](const char* rest) { return lead + std::string(rest); };
+    const std::string text =
+        "[" + name("]") + "]\n" + name("ab=1\n") + name("Ac=2\n") + name("AB=3\n");
+    EXPECT_EQ(iniValue(text, name("]"), name("Ab")), "3");
+  }
+  for (const char single : {'\x80', '\xA0', '\xDF', '\xFD'}) {
+    const std::string name(1, single);
+    EXPECT_EQ(iniValue("[" + name + "]\n" + name + "a=1\n", name, name + "A"), "1");
+  }
+}
+
 TEST(IniText, WritesOneValueAndKeepsEveryOtherByte) {
   const std::pair<std::string, std::string> cases[] = {
       // The mark, the name's spelling and the line ends stay.
