@@ -179,9 +179,11 @@ const char* const kStart =
     "良好 設定ファイル(karvel.hnb)は正しく読めます\n"
     "良好 店舗ｺｰﾄﾞは00345です\n"
     "良好 店舗情報の番号は1200345です\n";
-const char* const kShop =
+const std::string kShop =
     "良好 転送間隔は5分ごとです\n"
-    "良好 発券システムの設定はshop/karvel.iniです\n"
+    "良好 発券システムの設定は" +
+    S::path("karvel.ini") +
+    "です\n"
     "良好 発券システムの営業日は今日(240115)です\n"
     "良好 受付の数は1です\n"
     "良好 受付1「受付」の受付は処理済1件、未処理0件です\n"
