@@ -5,11 +5,22 @@
 #include <memory>
 #include <string>
 
-#include "ftp/ftp_file.h"
 #include "ftp/server_names.h"
 #include "platform/internet.h"
+#include "text/date_time.h"
 
 namespace karvel {
+
+/// One entry of a remote folder.
+struct FTPFile {
+  static constexpr std::int32_t kFolder = 16;
+
+  std::string FileName;       ///< as the server lists it, without path
+  double FileSize = 0;        ///< bytes
+  DateTime FileDate;          ///< last write time
+  std::int32_t FileType = 0;  ///< kFolder, or 0 for anything else
+  bool SearchEnd = false;     ///< the enumeration has no current entry: it has ended or failed
+};
 
 /// One FTP session over the platform's internet library: account data, one login, folder changes,
 /// transfers, and the enumeration of a folder into RemoteFile. All texts are UTF-8; a name that has

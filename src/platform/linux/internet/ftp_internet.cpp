@@ -1,10 +1,10 @@
 #include "platform/linux/internet/ftp_internet.h"
 
+#include <algorithm>
 #include <chrono>
-#include <initializer_list>
+#include <iterator>
 #include <utility>
 
-#include "platform/linux/internet/system_message.h"
 #include "platform/linux/system/system_clock.h"
 
 namespace karvel {
@@ -29,6 +29,31 @@ bool isPossible(const Internet::Account& account) {
   return !unsafe(account.host) && !unsafe(account.user) && !unsafe(account.password) &&
          account.port >= 0 && account.port <= kHighestPort && (account.user || !account.password);
 }
+
+struct Message {
+  Internet::ErrorNumber number;
+  const char* text;
+};
+
+constexpr Message kMessages[] = {
+    {2, "ファイルが見つからないか、読み取れません。"},
+    {3, "フォルダーが見つかりません。"},
+    {5, "アクセスが許可されていません。"},
+    {6, "ハンドルが正しくありません。"},
+    {8, "メモリが不足しています。"},
+    {18, "これ以上ファイルはありません。"},
+    {32, "ファイルは別のプログラムで使われています。"},
+    {80, "同じ名前のファイルがすでにあります。"},
+    {87, "引数に誤りがあります。"},
+    {112, "ディスクの空きが不足しています。"},
+    {12001, "これ以上の接続はできません。"},
+    {12005, "アドレスの形式が正しくありません。"},
+    {12006, "この通信方式には対応していません。"},
+    {12009, "オプションの番号が正しくありません。"},
+    {12017, "処理は取り消されました。"},
+    {12110, "転送中のため、この操作はできません。"},
+    {12111, "FTP の接続が切断されました。"},
+};
 
 bool isWholeFolder(std::string_view pattern) {
   return pattern.empty() || pattern == "*" || pattern == "*.*";
@@ -167,7 +192,10 @@ std::optional<std::string> FtpInternet::features(Handle session) {
 }
 
 std::string FtpInternet::systemMessage(ErrorNumber number) {
-  return karvel::systemMessage(number);
+  const auto* const found =
+      std::find_if(std::begin(kMessages), std::end(kMessages),
+                   [number](const Message& message) { return message.number == number; });
+  return found == std::end(kMessages) ? std::string() : std::string(found->text);
 }
 
 bool FtpInternet::fail(ErrorNumber error) {
