@@ -70,17 +70,11 @@ std::size_t exponentFrom(std::string_view text, std::size_t position) {
   return end > digits ? end : position;
 }
 
-/// The longest leading decimal number of `text`.
+/// The longest leading decimal number of `text`; no number at all when it has no digits.
 std::string leadingNumber(std::string_view text) {
   const std::size_t begin = !text.empty() && isSign(text[0]) ? 1 : 0;
   std::size_t end = digitsFrom(text, begin);
-  std::size_t digits = end - begin;
-  if (end < text.size() && text[end] == '.') {
-    const std::size_t fraction = digitsFrom(text, end + 1);
-    digits += fraction - (end + 1);
-    end = fraction;
-  }
-  if (digits == 0) return {};
+  if (end < text.size() && text[end] == '.') end = digitsFrom(text, end + 1);
   const std::size_t exponent = end;
   end = exponentFrom(text, exponent);
 
@@ -99,11 +93,8 @@ double numericValue(std::string_view text) {
   if (const int base = prefixedBase(compact)) {
     return prefixedValue(std::string_view(compact).substr(2), base);
   }
-  const std::string number = leadingNumber(compact);
-  if (number.empty()) return 0;
-
-  // A number beyond the type's range reads as the largest value or as 0.
-  std::istringstream stream(number);
+  // A number beyond the type's range reads as the largest value or as 0, what is no number as 0.
+  std::istringstream stream(leadingNumber(compact));
   stream.imbue(std::locale::classic());
   double value = 0;
   stream >> value;

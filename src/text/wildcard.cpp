@@ -24,20 +24,18 @@ bool matchesWildcard(std::string_view name, std::string_view pattern) {
   // never needs to.
   std::string_view afterStar;
   std::string_view nameAtStar;
-  bool starSeen = false;
   while (!name.empty() || !pattern.empty()) {
     if (!pattern.empty() && pattern.front() == '*') {
       pattern.remove_prefix(1);
       afterStar = pattern;
       nameAtStar = name;
-      starSeen = true;
       continue;
     }
     if (!pattern.empty() && takeMatch(name, pattern.front())) {
       pattern.remove_prefix(1);
       continue;
     }
-    if (!starSeen || nameAtStar.empty()) return false;
+    if (nameAtStar.empty()) return false;
     nameAtStar.remove_prefix(firstCharacters(nameAtStar, 1).size());
     name = nameAtStar;
     pattern = afterStar;

@@ -191,15 +191,17 @@ TEST_F(McWinFtpTest, GivesTheServerItsNamesBack) {
 
 TEST_F(McWinFtpTest, KnowsTheServersEncodingFromFolderToFolder) {
   open();
-  internet.folders = {{"/", {}}, {"/本部", {}}};
+  internet.folders = {{"/", {{"\u30BB\u3099", ""}}}, {"/本部", {}}};
   ftp->FindFile("*.*");
   EXPECT_EQ(ftp->RemoteFile->FileType, 16);
+  ftp->NextFile();
+  EXPECT_EQ(ftp->RemoteFile->FileName, "ゼ");
   ftp->CurDir("本部");
   EXPECT_EQ(ftp->CurDir(), "/本部");
   ftp->FindFile("*.*");
   EXPECT_TRUE(ftp->RemoteFile->SearchEnd);
-  ftp->DeleteFile("表");
-  EXPECT_EQ(internet.calls.back(), "delete 表");
+  ftp->DeleteFile("ゼ");
+  EXPECT_EQ(internet.calls.back(), "delete ゼ") << "not as the other folder writes it";
 }
 
 TEST_F(McWinFtpTest, KeepsAHandleThatWouldNotClose) {

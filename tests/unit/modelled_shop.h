@@ -29,7 +29,9 @@ class ModelledShop : protected ShopWorld {
     const int presets[] = {0, 60, 360, 810, 1710};
     counter_ = presets[intervalStored()];
     status_ = "";
+    const int modals = desktop.modals;
     start(argument);
+    EXPECT_EQ(desktop.modals - modals, argument == "-GRUP" ? 1 : 0);
     seen_ = stored_;
     if (argument == "-GRUP") {
       closed_ = true;

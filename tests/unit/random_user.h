@@ -306,6 +306,7 @@ class RandomUser : private ModelledShop {
       EXPECT_EQ(panelTexts(), before) << "cancelled";
     }
     EXPECT_TRUE(dialog.closed() || closed_);
+    EXPECT_FALSE(dialog.takesInput());
   }
   std::string panelTexts() {
     std::string texts;

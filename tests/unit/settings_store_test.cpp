@@ -52,7 +52,7 @@ TEST_F(SettingsStoreTest, CutsAValueAfter255BytesAndAtACharacter) {
 
 TEST_F(SettingsStoreTest, ReadsBackWhatItWrote) {
   for (const std::string value :
-       {"表示ソ能", "\"quoted\"", "'single'", "a=b;c", "\"", "C:\\表\\ソ"}) {
+       {"表示ソ能", "\"quoted\"", "'single'", "\"\"", "a=b;c", "\"", "C:\\表\\ソ"}) {
     ASSERT_TRUE(store.write(OwnKey{"GRUP NAME"}, value));
     EXPECT_EQ(store.read(OwnKey{"GRUP NAME"}), value);
   }
