@@ -2,10 +2,11 @@
 #include <QDBusConnection>
 #include <QTimer>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 
-/// A notification area on the session bus: takes the first icon that registers, says so and ends;
-/// gives up after a while.
+/// A notification area on the session bus, which hangs at first, until it is told to continue. It
+/// takes the first icon that registers, says so and ends; gives up after a while.
 class TrayArea : public QObject {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
@@ -27,6 +28,7 @@ int main(int argc, char** argv) {
   TrayArea area;
   bus.registerObject("/StatusNotifierWatcher", &area, QDBusConnection::ExportAllContents);
   bus.registerService("org.kde.StatusNotifierWatcher");
+  std::raise(SIGSTOP);
   QTimer::singleShot(std::chrono::seconds(30), &application, &QCoreApplication::quit);
   return QCoreApplication::exec();
 }

@@ -5,7 +5,8 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusInterface>
+#include <QDBusMessage>
+#include <QDBusVariant>
 #include <QMouseEvent>
 #include <QWidget>
 #include <chrono>
@@ -20,6 +21,7 @@ namespace karvel {
 namespace {
 
 constexpr std::chrono::seconds kSearchInterval{1};
+constexpr int kAnswerTime = 200;  // ms; a watcher that hangs must not hold the program
 
 bool hasOwner(xcb_connection_t* server, const std::string& selection) {
   const auto length = static_cast<std::uint16_t>(selection.size());
@@ -39,8 +41,13 @@ bool hasDBusArea() {
   const QString service = QStringLiteral("org.kde.StatusNotifierWatcher");
   const QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
   if (bus == nullptr || !bus->isServiceRegistered(service)) return false;
-  const QDBusInterface watcher(service, QStringLiteral("/StatusNotifierWatcher"), service);
-  return watcher.property("IsStatusNotifierHostRegistered").toBool();
+  QDBusMessage question = QDBusMessage::createMethodCall(
+      service, QStringLiteral("/StatusNotifierWatcher"),
+      QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+  question << service << QStringLiteral("IsStatusNotifierHostRegistered");
+  const QDBusMessage answer =
+      QDBusConnection::sessionBus().call(question, QDBus::Block, kAnswerTime);
+  return answer.arguments().value(0).value<QDBusVariant>().variant().toBool();
 }
 
 /// Whether there is a notification area, of either kind.
