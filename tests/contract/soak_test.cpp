@@ -45,7 +45,7 @@ TEST(Soak, SendsOnTimeAndHoldsNoMoreThanAtItsBeginning) {
   std::cout << "soak: " << runs << " runs, " << runs * kTicksOfARun << " ticks, "
             << early.bytes / 1024 << " to " << late.bytes / 1024 << " KiB, " << early.handles
             << " to " << late.handles << " handles\n";
-  EXPECT_LE(late.handles, early.handles + 4);  // a thread of a library may just begin or end
+  EXPECT_LE(late.handles, early.handles + 4);  // it varies by one or two from run to run
   EXPECT_GT(early.bytes, 0U);
   EXPECT_LE(late.bytes, early.bytes + ProcessUsage::kAllowance);
 }
